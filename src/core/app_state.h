@@ -1,0 +1,169 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "base/published.h"
+#include "core/live_geo_cache.h"
+#include "core/pass_info.h"
+#include "core/satellite.h"
+#include "core/satellite_preferences.h"
+#include "core/tick.h"
+#include "elements/tle_manager.h"
+#include "platform/machine.h"
+#include "rig/rigctld_client.h"
+#include "transmitters/transmitter.h"
+
+namespace veloran {
+
+/// What differs between the real program, the demo and a test, beside the machine.
+struct AppConfig {
+    std::string elementServiceBase = "https://celestrak.org";
+    /// The database of channels that may come with the program; the built-in list without it.
+    std::optional<std::filesystem::path> transmitterFile;
+};
+
+/// The one observable state of the program and all its operations. Views read its fields, hear
+/// `objectWillChange` before each change, and call its operations. Main thread only.
+class AppState : public std::enable_shared_from_this<AppState> {
+  public:
+    static std::shared_ptr<AppState> create(const Machine& machine, AppConfig config = {});
+    ~AppState();
+
+    /// Sent before any published field changes, and for changes that pass through none.
+    ChangeNotifier objectWillChange;
+
+    // ---- Observer. Degrees north and east, metres. Persisted but for gridLocator.
+    Published<double> obsLatitude{objectWillChange};
+    Published<double> obsLongitude{objectWillChange};
+    Published<double> obsAltitude{objectWillChange};
+    Published<std::string> obsName{objectWillChange};
+    Published<std::string> gridLocator{objectWillChange};
+    Published<bool> obs2Enabled{objectWillChange};
+    Published<std::string> obs2Name{objectWillChange};
+    Published<double> obs2Latitude{objectWillChange};
+    Published<double> obs2Longitude{objectWillChange};
+
+    // ---- Radio settings. Persisted.
+    Published<std::string> rigHost{objectWillChange};
+    Published<std::int64_t> rigPort{objectWillChange};
+    Published<bool> rigAutoConnect{objectWillChange};  ///< stored and shown; nothing acts on it
+    Published<double> dopplerUpdateHz{objectWillChange};
+    Published<bool> forceClassicRigctld{objectWillChange};
+    Published<SatProtoRestPattern> satProtoRestPattern{objectWillChange,
+                                                       SatProtoRestPattern::selectedDL};
+
+    // ---- Bodies and selection.
+    Published<std::vector<SatellitePtr>> satellites{objectWillChange};  ///< sorted by name
+    Published<std::set<std::int64_t>> selectedSatelliteIds{objectWillChange};  ///< persisted
+    Published<std::optional<PassInfo>> selectedPass{objectWillChange};
+    Published<std::optional<Transmitter>> selectedTransmitter{objectWillChange};
+    Published<std::optional<Transmitter>> selectedUplinkTransmitter{objectWillChange};
+
+    // ---- The tracking session and the figures of its last tick. Hz, Hz/s, degrees, km.
+    Published<bool> isTracking{objectWillChange};
+    Published<SatellitePtr> trackingSatellite{objectWillChange};
+    Published<double> currentDopplerShift{objectWillChange};
+    Published<double> currentDopplerRate{objectWillChange};
+    Published<double> currentCorrectedFreq{objectWillChange};
+    Published<double> currentAzimuth{objectWillChange};
+    Published<double> currentElevation{objectWillChange};
+    Published<double> currentRange{objectWillChange};
+    Published<double> currentUplinkFreq{objectWillChange};  ///< 0 without an uplink
+    Published<double> currentSatCalibration{objectWillChange};
+    Published<double> currentRIT{objectWillChange};
+    Published<double> currentPassbandOffset{objectWillChange};
+
+    // ---- What the rig client reports.
+    Published<bool> rigConnected{objectWillChange};
+    Published<RigProtocolMode> rigProtocolMode{objectWillChange, RigProtocolMode::unknown};
+    Published<bool> rigSatProtoArmed{objectWillChange};
+    Published<std::string> rigSatProtoStatus{objectWillChange};
+
+    // ---- View state of the core.
+    Published<Instant> timelineStartTime{objectWillChange};
+    Published<double> timelineHoursVisible{objectWillChange};            ///< persisted
+    Published<std::set<std::string>> subscribedCategories{objectWillChange};  ///< persisted
+    Published<double> tleAge{objectWillChange};  ///< seconds, oldest cached group
+    Published<bool> isLoadingTLEs{objectWillChange};
+    Published<std::string> statusMessage{objectWillChange};
+    Published<bool> showSettings{objectWillChange};
+    Published<bool> showSatelliteList{objectWillChange};
+    Published<double> minAutoTrackElevation{objectWillChange};  ///< degrees, persisted
+    Published<bool> polarBearingLine{objectWillChange};         ///< persisted
+
+    // ---- Start-up and loading (app_state_loading.cpp).
+    void loadData();
+    void refreshTLEs();  ///< downloads every subscribed group anew
+    std::vector<SatellitePtr> celestialBodies() const;
+    void selectDefaults();
+    std::string tleAgeString() const;
+    void startPassUpdateTimer();
+
+    // ---- Passes (app_state_passes.cpp).
+    void computeAllPasses();
+    std::optional<TopocentricResult> cachedObserve(const Satellite& sat, Instant baseTime,
+                                                   double offset = 0);
+    std::vector<SatellitePtr> selectedSatellites() const;
+    std::vector<std::pair<SatellitePtr, PredictedPass>> allPassesSorted() const;
+    void toggleSatellite(const SatellitePtr& satellite);
+
+    // ---- The session (app_state_session.cpp).
+    void startTracking(const SatellitePtr& satellite, const std::optional<Transmitter>& transmitter);
+    void stopTracking();
+    void updateDopplerRate(double hz);
+
+    // ---- Tuning (app_state_tuning.cpp).
+    void bumpSatCalibration(double deltaHz);
+    void saveSatCalibration();
+    void clearCalibration();
+    void bumpRIT(double deltaHz);
+    void clearRIT();
+    void bumpPassbandOffset(double deltaHz);
+    void clearPassbandOffset();
+
+    // ---- Channels (app_state_transmitters.cpp).
+    void selectTransmitter(const std::optional<Transmitter>& transmitter,
+                           const SatellitePtr& satellite);
+    std::optional<Transmitter> preferredTransmitter(const Satellite& satellite) const;
+
+    Instant now() const { return machine_.clock.now(); }
+    const std::shared_ptr<RigctldClient>& rigClient() const { return rigClient_; }
+    const TransmitterMap& transmitterDB() const { return transmitterDB_; }
+    TLEManager& elements() { return elements_; }
+
+    /// Look angles now and half a second ahead, for the tick; the tracked body's own propagation
+    /// unless a test hands in another.
+    struct TickAngles {
+        TopocentricResult now;
+        std::optional<TopocentricResult> ahead;
+    };
+    using TickAnglesFn = std::function<std::optional<TickAngles>(const Satellite&, Instant now)>;
+    void setTickAngles(TickAnglesFn angles) { tickAngles_ = std::move(angles); }
+    /// One firing of the tracking timer.
+    void updateTracking();
+
+  private:
+    AppState(const Machine& machine, AppConfig config);
+
+    Machine machine_;
+    AppConfig config_;
+    TLEManager elements_;
+    SatellitePreferences preferences_;
+    CalibrationOffsetStore calibrations_;
+    std::shared_ptr<RigctldClient> rigClient_;  // from the first session to the end of the process
+    std::unique_ptr<Timer> trackingTimer_;
+    std::unique_ptr<Timer> passUpdateTimer_;
+    TransmitterMap transmitterDB_;
+    LiveGeoCache liveGeoCache_;
+    TickAnglesFn tickAngles_;
+};
+
+}  // namespace veloran

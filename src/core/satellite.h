@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "base/published.h"
+#include "elements/tle_data.h"
+#include "orbit/look_angles.h"
+#include "orbit/pass_predictor.h"
+#include "orbit/satrec.h"
+#include "transmitters/transmitter.h"
+
+namespace veloran {
+
+enum class BodyKind { sgp4, sun, moon };
+
+/// One trackable body, shared by reference; `id` is its NORAD catalogue number, -1 for the Sun and
+/// -2 for the Moon. Main thread only, but for what workers copy out: `satrec` and `bodyKind`.
+class Satellite {
+  public:
+    Satellite(std::string name, std::int64_t noradId, std::vector<Transmitter> transmitters = {});
+
+    /// Makes `satrec` from `tle`, if there is one.
+    void initOrbit();
+
+    /// Latitude and longitude in degrees, height in metres (not used for the Sun and the Moon).
+    std::optional<TopocentricResult> observe(Instant at, double obsLat, double obsLon,
+                                             double obsAltMeters) const;
+
+    std::vector<Transmitter> downlinkTransmitters() const;
+    std::vector<Transmitter> uplinkTransmitters() const;
+    std::optional<Transmitter> primaryDownlink() const;
+
+    ChangeNotifier objectWillChange;
+
+    const std::int64_t id;
+    std::string name;
+    std::optional<TLEData> tle;
+    std::shared_ptr<const SatRec> satrec;
+    std::vector<Transmitter> transmitters;
+    Published<bool> isSelected{objectWillChange, false};
+    /// From the last computation; replaced whole, so a copy of the pointer is a snapshot.
+    std::shared_ptr<const PassList> passes = std::make_shared<const PassList>();
+    BodyKind bodyKind = BodyKind::sgp4;
+    std::set<std::string> sources;  ///< keys of the download groups, or "celestial"
+};
+
+using SatellitePtr = std::shared_ptr<Satellite>;
+
+/// The body's place in the sky as a function that any thread may call: it holds what it needs.
+PassPredictor::ObserveFn observeFunction(const Satellite& satellite, double obsLat, double obsLon,
+                                         double obsAltMeters);
+PassPredictor makePassPredictor(const Satellite& satellite, double obsLat, double obsLon,
+                                double obsAltMeters);
+
+}  // namespace veloran

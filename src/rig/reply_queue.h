@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace veloran {
+
+using ReplyLines = std::vector<std::string>;
+/// Gets the server's code and the lines before it. -1: the connection went; -999: no number.
+using ReplyCompletion = std::function<void(std::int64_t code, const ReplyLines& lines)>;
+
+/// Lines to answers: the protocol has no sequence numbers, so a reply belongs to the oldest command
+/// that waits for one. Nothing else of the program knows that order.
+class ReplyQueue {
+  public:
+    /// A finished command: what to call, and with what. The caller decides when.
+    struct Answer {
+        ReplyCompletion completion;
+        std::int64_t code = 0;
+        ReplyLines lines;
+    };
+
+    void expect(ReplyCompletion completion);
+    /// A line that ends the oldest command gives its answer. Lines nobody waits for are dropped.
+    std::optional<Answer> dispatch(std::string line);
+    /// Every waiting command, oldest first, answered with -1.
+    std::vector<Answer> flush();
+    std::size_t size() const { return pending_.size(); }
+
+  private:
+    struct PendingResponse {
+        ReplyLines lines;
+        ReplyCompletion completion;
+    };
+    std::deque<PendingResponse> pending_;
+};
+
+}  // namespace veloran
