@@ -99,8 +99,8 @@ class ScriptedHttp final : public HttpClient {
 /// test reports states and hands over bytes.
 class ScriptedConnection final : public TcpConnection {
   public:
-    ScriptedConnection(MainLoop& loop, std::string host, std::uint16_t port)
-        : host(std::move(host)), port(port), loop_(loop) {}
+    ScriptedConnection(MainLoop& loop, std::string toHost, std::uint16_t toPort)
+        : host(std::move(toHost)), port(toPort), loop_(loop) {}
     void setStateHandler(std::function<void(TcpState)> handler) override;
     void start() override;
     void send(std::string bytes, std::function<void(bool ok)> completion) override;
@@ -108,18 +108,20 @@ class ScriptedConnection final : public TcpConnection {
                  std::function<void(TcpReceived)> completion) override;
     void cancel() override;
 
-    void report(TcpState state);           ///< posts the state to the handler
-    void deliver(std::string bytes);       ///< bytes from the server, in one piece up to `maximum`
-    void closeByPeer();                    ///< completes the receive with isComplete
-    void failLatestSend();                 ///< calls the latest send's completion with an error
+    void report(TcpState state);      ///< posts the state to the handler
+    void deliver(std::string bytes);  ///< bytes from the server, in one piece up to `maximum`
+    void closeByPeer();               ///< completes the receive with isComplete
+    void failLatestSend();            ///< calls the latest send's completion with an error
 
     std::string host;
-    std::uint16_t port;
+    std::uint16_t port = 0;
     bool started = false;
     bool cancelled = false;
     /// Whether cancel() makes the connection report `cancelled` by itself.
     bool reportsCancel = true;
     std::vector<std::string> sent;
+    /// Called for each send, so that a network can tell the order across connections.
+    std::function<void()> onSend;
 
   private:
     struct PendingReceive {
@@ -142,11 +144,14 @@ class ScriptedNetwork final : public TcpNetwork {
     std::shared_ptr<TcpConnection> makeConnection(const std::string& host,
                                                   std::uint16_t port) override;
     ScriptedConnection& newest() { return *connections.back(); }
+    /// The latest send of all connections reports an error.
+    void failLatestSend();
     std::vector<std::shared_ptr<ScriptedConnection>> connections;
     bool reportsCancel = true;
 
   private:
     MainLoop& loop_;
+    ScriptedConnection* latestSender_ = nullptr;
 };
 
 /// The whole machine, in memory.

@@ -4,6 +4,7 @@
 
 #include <boost/json.hpp>
 #include <filesystem>
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <string_view>
