@@ -7,6 +7,8 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "base/json.h"
+
 namespace veloran::test {
 
 std::filesystem::path vectorsDirectory() {
@@ -21,16 +23,11 @@ boost::json::object loadVectors(std::string_view name) {
     if (!file) throw std::runtime_error("cannot read golden file " + path.string());
     std::stringstream content;
     content << file.rdbuf();
-    boost::json::parse_options options;
-    options.max_depth = 64;
-    // A golden number means the double nearest to its digits; the fast mode may miss by one bit.
-    options.numbers = boost::json::number_precision::precise;
-    boost::system::error_code error;
-    const auto value = boost::json::parse(content.str(), error, {}, options);
-    if (error || !value.is_object()) {
+    const auto value = parseJson(content.str());
+    if (!value || !value->is_object()) {
         throw std::runtime_error("golden file is no JSON object: " + path.string());
     }
-    return value.get_object();
+    return value->get_object();
 }
 
 void expectKnownMembers(const boost::json::object& object,
