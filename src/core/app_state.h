@@ -61,7 +61,7 @@ class AppState : public std::enable_shared_from_this<AppState> {
                                                        SatProtoRestPattern::selectedDL};
 
     // ---- Bodies and selection.
-    Published<std::vector<SatellitePtr>> satellites{objectWillChange};  ///< sorted by name
+    Published<std::vector<SatellitePtr>> satellites{objectWillChange};         ///< sorted by name
     Published<std::set<std::int64_t>> selectedSatelliteIds{objectWillChange};  ///< persisted
     Published<std::optional<PassInfo>> selectedPass{objectWillChange};
     Published<std::optional<Transmitter>> selectedTransmitter{objectWillChange};
@@ -89,7 +89,7 @@ class AppState : public std::enable_shared_from_this<AppState> {
 
     // ---- View state of the core.
     Published<Instant> timelineStartTime{objectWillChange};
-    Published<double> timelineHoursVisible{objectWillChange};            ///< persisted
+    Published<double> timelineHoursVisible{objectWillChange};                 ///< persisted
     Published<std::set<std::string>> subscribedCategories{objectWillChange};  ///< persisted
     Published<double> tleAge{objectWillChange};  ///< seconds, oldest cached group
     Published<bool> isLoadingTLEs{objectWillChange};
@@ -116,7 +116,8 @@ class AppState : public std::enable_shared_from_this<AppState> {
     void toggleSatellite(const SatellitePtr& satellite);
 
     // ---- The session (app_state_session.cpp).
-    void startTracking(const SatellitePtr& satellite, const std::optional<Transmitter>& transmitter);
+    void startTracking(const SatellitePtr& satellite,
+                       const std::optional<Transmitter>& transmitter);
     void stopTracking();
     void updateDopplerRate(double hz);
 

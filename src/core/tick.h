@@ -34,9 +34,9 @@ struct DopplerFigures {
 };
 
 struct TickInput {
-    double rangeRate = 0;                      ///< now, km/s, positive when receding
-    std::optional<double> rangeRateAhead;      ///< half a second ahead
-    std::optional<double> downlinkCenterHz;    ///< absent: no channel chosen
+    double rangeRate = 0;                    ///< now, km/s, positive when receding
+    std::optional<double> rangeRateAhead;    ///< half a second ahead
+    std::optional<double> downlinkCenterHz;  ///< absent: no channel chosen
     bool downlinkInverting = false;
     std::optional<double> uplinkCenterHz;
     TuningOffsets offsets;

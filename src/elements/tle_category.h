@@ -6,7 +6,7 @@ namespace veloran {
 
 /// One download group.
 struct TLECategory {
-    std::string name;         ///< stable key: cache file name and `source` tag
+    std::string name;  ///< stable key: cache file name and `source` tag
     std::string url;
     std::string description;  ///< title shown to the user
     std::string section;      ///< heading in the browser

@@ -11,7 +11,7 @@ namespace veloran {
 enum class TcpState {
     setup,
     preparing,
-    waiting,   ///< unreachable or refused; the connection itself keeps trying until cancelled
+    waiting,  ///< unreachable or refused; the connection itself keeps trying until cancelled
     ready,
     failed,    ///< over, by an error
     cancelled  ///< over, by cancel()
