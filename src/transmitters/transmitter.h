@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -34,11 +35,17 @@ struct Transmitter {
 /// Channels by NORAD catalogue number.
 using TransmitterMap = std::map<std::int64_t, std::vector<Transmitter>>;
 
+/// More channels than any satellite has (the richest has some sixty). Longer lists are refused, as
+/// choosing among channels compares them with each other.
+inline constexpr std::size_t kMaxTransmitters = 2000;
+
 /// A database file. Absent when the text is not one, down to a single bad channel. A channel whose
 /// numbers no radio could take (not finite, beyond 64 bits) counts as bad.
 std::optional<TransmitterMap> decodeTransmitterDatabase(std::string_view json);
 /// A list of channels, as the transmitter cache holds it.
 std::optional<std::vector<Transmitter>> decodeTransmitters(std::string_view json);
+/// What decodeTransmitters reads, as compact JSON; identities are left out. Numbers have to be
+/// finite.
 std::string encodeTransmitters(const std::vector<Transmitter>& transmitters);
 
 /// The list compiled into the program, for use without a database file.

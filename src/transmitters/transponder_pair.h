@@ -46,6 +46,11 @@ std::vector<TransmitterSelection> buildTransmitterSelections(
 std::optional<Transmitter> pairedUplink(const std::vector<Transmitter>& transmitters,
                                         double downlinkCenterHz);
 
+/// The id of the choice to show as selected: the first whose downlink has exactly this centre, else
+/// the first of all, else the empty text.
+std::string shownSelectionId(const std::vector<TransmitterSelection>& selections,
+                             std::optional<double> downlinkCenterHz);
+
 /// FM goes with FM, any linear mode with any other; blanks and case are ignored.
 bool modesAreCompatible(std::string_view a, std::string_view b);
 
