@@ -24,7 +24,9 @@ std::optional<TLEData> parseTwoLines(std::string_view name, std::string_view lin
 /// "12345-3" is 0.12345e-3; 0 for what does not read.
 double parseExponentNotation(std::string_view text);
 
-/// Always a record; its `error` may be set. Never stops the program, whatever the numbers are.
+/// Always a record, whatever the numbers are. An eccentricity outside 0 up to 1 gives `error` 1, an
+/// epoch beyond the calendar `error` 2: such a record is not initialised (`initDone` false) and
+/// propagates to absent, with error 2, at every time. Otherwise `error` is that of the epoch state.
 SatRec createSatRec(const TLEData& tle);
 
 }  // namespace TLEParser

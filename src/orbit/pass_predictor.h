@@ -41,24 +41,55 @@ class PassPredictor {
   public:
     using ObserveFn = std::function<std::optional<TopocentricResult>(Instant)>;
 
-    /// Latitude and longitude in degrees, height in metres.
+    /// Latitude and longitude in degrees, height in metres. A null record is absent at every time.
     PassPredictor(ObserveFn observeFn, double obsLat, double obsLon, double obsAltMeters);
     PassPredictor(std::shared_ptr<const SatRec> satrec, double obsLat, double obsLon,
                   double obsAltMeters);
+
+    double obsLat() const { return obsLat_; }
+    double obsLon() const { return obsLon_; }
+    double obsAltKm() const { return obsAltKm_; }
 
     std::optional<TopocentricResult> observe(Instant at) const { return observeFn_(at); }
 
     /// Passes in time order. `minElevation` (degrees) is tested against the highest sample of the
     /// search, not against the refined peak. `stepSeconds` is accepted and ignored: the step
-    /// follows the elevation. Passes under 30 seconds are left out.
+    /// follows the elevation. Passes under 30 seconds are left out. Always ends, whatever the body
+    /// does: spans are cut to maxSearchHours.
     PassList findPasses(Instant start, double hoursAhead = 24, double minElevation = 2,
                         double stepSeconds = 30) const;
 
+    static constexpr double maxSearchHours = 24.0 * 3653.0;  ///< ten years
+
   private:
+    /// A pass that has begun: the sample with the highest elevation so far is where the search for
+    /// its end starts.
+    struct OpenPass {
+        Instant riseTime;
+        double riseAzimuth = 0;
+        Instant highestTime;
+        double highestElevation = 0;
+    };
+    struct Peak {
+        Instant time;
+        double elevation = 0;
+        double azimuth = 0;
+    };
+
+    double elevation(Instant at) const;  // -90 where absent
+    double azimuthOrZero(Instant at) const;
+    OpenPass openPass(Instant firstAbove, double firstElevation, double step) const;
+    /// Absent if the pass is too short to count.
+    std::optional<PredictedPass> closePass(const OpenPass& pass, Instant setTime) const;
+    Instant refineRise(Instant before, double step) const;
+    Instant refineSet(Instant after, Instant before) const;
+    Peak refinePeak(Instant lo, Instant hi) const;
+    std::vector<PassPoint> generateTrackPoints(Instant rise, Instant set) const;
+
     ObserveFn observeFn_;
     double obsLat_;
     double obsLon_;
-    double obsAlt_;  // km
+    double obsAltKm_;
 };
 
 }  // namespace veloran

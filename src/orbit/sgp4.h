@@ -13,7 +13,8 @@ struct SGP4Result {
     Vec3 velocity;  ///< km/s
 };
 
-/// Error codes of the published routine; 3 and 5 of that set do not occur here.
+/// Error codes of the published routine; 3 and 5 of that set do not occur here. Elements or times
+/// that are not finite give one of these as well, so a state is always made of finite numbers.
 enum class Sgp4Error {
     none = 0,
     eccentricity = 1,     ///< at or above 1, or below -0.001 (below 0 at creation)
