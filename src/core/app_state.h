@@ -154,6 +154,46 @@ class AppState : public std::enable_shared_from_this<AppState> {
   private:
     AppState(const Machine& machine, AppConfig config);
 
+    void restoreSettings();
+    template <class T, class Read>
+    void persist(Published<T>& field, const char* key, Read read);
+
+    void loadTransmitterDB(std::function<void()> then);
+    void loadBuiltinTransmitters();
+    void fetchElements();
+    void buildSatellites(std::vector<TLEData> elements);
+    void showSatellites(std::vector<SatellitePtr> bodies);
+    double oldestElementAge() const;
+
+    struct PassRun;
+    void storePasses(PassRun& run, std::size_t index, std::shared_ptr<const PassList> passes);
+    void finishPasses(const PassRun& run);
+
+    void loadTuning(const Satellite& satellite, const std::optional<Transmitter>& given);
+    void pickUplink(const Satellite& satellite);
+    void createRigClient();
+    void connectOrArm();
+    void arm();
+    void startTrackingTimer();
+    void rigStatusReported(bool connected);
+    void rigStatusChanged(bool connected);
+    void rigModeChanged(RigProtocolMode mode);
+    void rigArmedChanged(bool armed);
+    void rigSatModeLost();
+
+    std::optional<TickAngles> propagatedAngles(const Satellite& satellite, Instant at) const;
+    TickInput tickInput(const TickAngles& angles) const;
+    void publish(const TickInput& input, const DopplerFigures& figures);
+    void send(const RigCommand& command);
+
+    /// The operation as a callback that does nothing once this has gone.
+    template <class... Args>
+    std::function<void(Args...)> weakly(void (AppState::*operation)(Args...)) {
+        return [weak = weak_from_this(), operation](Args... args) {
+            if (const auto self = weak.lock()) (self.get()->*operation)(std::move(args)...);
+        };
+    }
+
     Machine machine_;
     AppConfig config_;
     TLEManager elements_;

@@ -33,6 +33,8 @@ struct PassInfo {
 
 /// One of the sixteen points for an azimuth in degrees.
 std::string compassDirection(double azimuth);
+std::string directionText(double riseAzimuth, double setAzimuth);  ///< "SSW → NE"
+std::string maxElevationText(double degrees);                      ///< "45.3°"
 /// "HH:mm:ss UTC".
 std::string utcTimeText(Instant t);
 /// A clock text in the system's time zone; `withSeconds` picks "HH:mm:ss" over "HH:mm".

@@ -1,0 +1,129 @@
+// Start-up and reloads: element sets in, one sorted list of bodies out.
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "base/text.h"
+#include "core/app_state.h"
+#include "core/status_texts.h"
+
+namespace veloran {
+
+namespace {
+
+constexpr double kPassUpdateSeconds = 300;
+
+// Found as parts of names on purpose: "TEVEL" is a whole family.
+constexpr std::array<std::string_view, 10> kDefaultSatellites{
+    "ISS", "RS-44", "SO-50", "AO-91", "AO-92", "CAS-4A", "CAS-4B", "TEVEL", "IO-117", "GREENCUBE"};
+
+bool isDefaultSatellite(std::string_view name) {
+    const std::string upper = upperCased(name);
+    return std::any_of(
+        kDefaultSatellites.begin(), kDefaultSatellites.end(),
+        [&upper](std::string_view wanted) { return upper.find(wanted) != std::string::npos; });
+}
+
+SatellitePtr makeSatellite(TLEData tle) {
+    auto satellite = std::make_shared<Satellite>(tle.name, tle.noradId);
+    for (const auto key : split(tle.source, ',')) {
+        if (!key.empty()) satellite->sources.emplace(key);
+    }
+    satellite->tle = std::move(tle);
+    satellite->initOrbit();
+    return satellite;
+}
+
+}  // namespace
+
+void AppState::loadData() {
+    isLoadingTLEs = true;
+    statusMessage = std::string(kStatusFetching);
+    // Channels first, so that all are there before a satellite is built.
+    loadTransmitterDB(weakly(&AppState::fetchElements));
+}
+
+void AppState::fetchElements() {
+    const auto& groups = subscribedCategories.get();
+    elements_.fetchCategories({groups.begin(), groups.end()}, weakly(&AppState::buildSatellites));
+}
+
+/// Bodies nobody else has seen yet may be made on any thread; a large catalogue takes a while.
+void AppState::buildSatellites(std::vector<TLEData> elements) {
+    machine_.workers.run([weak = weak_from_this(), &loop = machine_.loop,
+                          shared = std::make_shared<std::vector<TLEData>>(std::move(elements))] {
+        std::vector<SatellitePtr> bodies;
+        bodies.reserve(shared->size());
+        for (auto& tle : *shared) bodies.push_back(makeSatellite(std::move(tle)));
+        loop.post([weak, bodies = std::move(bodies)]() mutable {
+            if (const auto self = weak.lock()) self->showSatellites(std::move(bodies));
+        });
+    });
+}
+
+void AppState::showSatellites(std::vector<SatellitePtr> bodies) {
+    for (const auto& satellite : bodies) {
+        if (const auto known = transmitterDB_.find(satellite->id); known != transmitterDB_.end()) {
+            satellite->transmitters = known->second;
+        }
+        satellite->isSelected = selectedSatelliteIds->contains(satellite->id);
+    }
+    for (auto& body : celestialBodies()) bodies.push_back(std::move(body));
+    std::stable_sort(bodies.begin(), bodies.end(),
+                     [](const auto& a, const auto& b) { return a->name < b->name; });
+    satellites = std::move(bodies);
+
+    if (selectedSatelliteIds->empty()) selectDefaults();
+    isLoadingTLEs = false;
+    tleAge = oldestElementAge();
+    statusMessage = statusLoaded(satellites->size(), tleAge);
+    computeAllPasses();
+    startPassUpdateTimer();
+}
+
+double AppState::oldestElementAge() const {
+    const auto& groups = subscribedCategories.get();
+    const double age = elements_.oldestCacheAge({groups.begin(), groups.end()});
+    // A time stamp file that claims the beginning of time says as little as none.
+    constexpr double kOldestClaim = 1e12;
+    return age > kOldestClaim ? TLEManager::kUnknownAge : age;
+}
+
+void AppState::refreshTLEs() {
+    for (const auto& key : subscribedCategories.get()) elements_.forgetTimestamp(key);
+    loadData();
+}
+
+std::vector<SatellitePtr> AppState::celestialBodies() const {
+    const auto body = [this](const char* name, std::int64_t id, BodyKind kind) {
+        auto satellite = std::make_shared<Satellite>(name, id);
+        satellite->bodyKind = kind;
+        satellite->sources = {"celestial"};
+        satellite->isSelected = selectedSatelliteIds->contains(id);
+        return satellite;
+    };
+    return {body("Sun", -1, BodyKind::sun), body("Moon", -2, BodyKind::moon)};
+}
+
+void AppState::selectDefaults() {
+    // One assignment for all: each one stores the whole set.
+    auto ids = selectedSatelliteIds.get();
+    for (const auto& satellite : satellites.get()) {
+        if (!isDefaultSatellite(satellite->name)) continue;
+        satellite->isSelected = true;
+        ids.insert(satellite->id);
+    }
+    if (ids != selectedSatelliteIds.get()) selectedSatelliteIds = std::move(ids);
+}
+
+std::string AppState::tleAgeString() const {
+    return tleAgeText(tleAge);
+}
+
+void AppState::startPassUpdateTimer() {
+    passUpdateTimer_ = machine_.loop.every(kPassUpdateSeconds, weakly(&AppState::computeAllPasses));
+}
+
+}  // namespace veloran

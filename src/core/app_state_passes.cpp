@@ -1,0 +1,113 @@
+// The passes of the next day for what is selected, and the look angles between them.
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "core/app_state.h"
+#include "core/status_texts.h"
+
+namespace veloran {
+
+namespace {
+
+constexpr double kHoursAhead = 24;
+constexpr double kLowestPeakDegrees = 2;  // what is listed; the queue has its own threshold
+constexpr double kStepSeconds = 30;
+
+bool hasOrbit(const Satellite& body) {
+    return body.bodyKind != BodyKind::sgp4 || body.satrec;
+}
+
+}  // namespace
+
+/// One computation, from the selection of its start to the last list. Main thread only: the workers
+/// just carry it. Runs neither know nor await each other; the later list of a body stands.
+struct AppState::PassRun {
+    std::vector<SatellitePtr> selected;
+    std::size_t unfinished = 0;
+};
+
+void AppState::computeAllPasses() {
+    const auto run = std::make_shared<PassRun>();
+    run->selected = selectedSatellites();
+    run->unfinished =
+        static_cast<std::size_t>(std::count_if(run->selected.begin(), run->selected.end(),
+                                               [](const auto& body) { return hasOrbit(*body); }));
+    statusMessage = statusComputing(run->selected.size());
+
+    if (run->unfinished == 0) {
+        machine_.loop.post([weak = weak_from_this(), run] {
+            if (const auto self = weak.lock()) self->finishPasses(*run);
+        });
+        return;
+    }
+    // One task for each body, so that every processor core is used. A task gets values only (time,
+    // observer and the shared constant orbit) and gives back a whole list.
+    for (std::size_t i = 0; i < run->selected.size(); ++i) {
+        if (!hasOrbit(*run->selected[i])) continue;
+        machine_.workers.run([weak = weak_from_this(), &loop = machine_.loop, run, i, start = now(),
+                              predictor = makePassPredictor(*run->selected[i], obsLatitude,
+                                                            obsLongitude, obsAltitude)] {
+            if (weak.expired()) return;
+            auto passes = std::make_shared<const PassList>(
+                predictor.findPasses(start, kHoursAhead, kLowestPeakDegrees, kStepSeconds));
+            loop.post([weak, run, i, passes = std::move(passes)] {
+                if (const auto self = weak.lock()) self->storePasses(*run, i, passes);
+            });
+        });
+    }
+}
+
+void AppState::storePasses(PassRun& run, std::size_t index,
+                           std::shared_ptr<const PassList> passes) {
+    run.selected[index]->passes = std::move(passes);
+    if (--run.unfinished == 0) finishPasses(run);
+}
+
+void AppState::finishPasses(const PassRun& run) {
+    objectWillChange.send();
+    std::size_t count = 0;
+    for (const auto& satellite : run.selected) count += satellite->passes->size();
+    statusMessage = statusPasses(count);
+}
+
+std::optional<TopocentricResult> AppState::cachedObserve(const Satellite& sat, Instant baseTime,
+                                                         double offset) {
+    return liveGeoCache_.lookUp(sat.id, baseTime, offset, [&](Instant at) {
+        return sat.observe(at, obsLatitude, obsLongitude, obsAltitude);
+    });
+}
+
+std::vector<SatellitePtr> AppState::selectedSatellites() const {
+    std::vector<SatellitePtr> selected;
+    std::copy_if(satellites->begin(), satellites->end(), std::back_inserter(selected),
+                 [](const auto& satellite) { return satellite->isSelected.get(); });
+    return selected;
+}
+
+std::vector<std::pair<SatellitePtr, PredictedPass>> AppState::allPassesSorted() const {
+    std::vector<std::pair<SatellitePtr, PredictedPass>> all;
+    for (const auto& satellite : selectedSatellites()) {
+        for (const auto& pass : *satellite->passes) all.emplace_back(satellite, pass);
+    }
+    std::stable_sort(all.begin(), all.end(), [](const auto& a, const auto& b) {
+        return a.second.riseTime < b.second.riseTime;
+    });
+    return all;
+}
+
+void AppState::toggleSatellite(const SatellitePtr& satellite) {
+    satellite->isSelected = !satellite->isSelected.get();
+    auto ids = selectedSatelliteIds.get();
+    if (satellite->isSelected) {
+        ids.insert(satellite->id);
+    } else {
+        ids.erase(satellite->id);
+    }
+    selectedSatelliteIds = std::move(ids);
+    objectWillChange.send();
+    computeAllPasses();
+}
+
+}  // namespace veloran

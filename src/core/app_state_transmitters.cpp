@@ -1,0 +1,62 @@
+// Channels: where they come from, and which one is worked.
+
+#include <utility>
+
+#include "core/app_state.h"
+#include "transmitters/transponder_pair.h"
+
+namespace veloran {
+
+/// Reads the database file off the main thread; without a readable one the built-in list serves.
+void AppState::loadTransmitterDB(std::function<void()> then) {
+    if (!config_.transmitterFile) {
+        loadBuiltinTransmitters();
+        then();
+        return;
+    }
+    machine_.workers.run([weak = weak_from_this(), &files = machine_.files, &loop = machine_.loop,
+                          path = *config_.transmitterFile, then = std::move(then)]() mutable {
+        const auto text = files.read(path);
+        auto database = text ? decodeTransmitterDatabase(*text) : std::nullopt;
+        loop.post([weak, database = std::move(database), then = std::move(then)]() mutable {
+            const auto self = weak.lock();
+            if (!self) return;
+            if (database) {
+                for (auto& [id, list] : *database) self->transmitterDB_[id] = std::move(list);
+            } else {
+                self->loadBuiltinTransmitters();
+            }
+            then();
+        });
+    });
+}
+
+void AppState::loadBuiltinTransmitters() {
+    for (auto& [id, list] : builtinTransmitters()) transmitterDB_[id] = list;
+}
+
+void AppState::pickUplink(const Satellite& satellite) {
+    const auto& channel = selectedTransmitter.get();
+    selectedUplinkTransmitter =
+        channel ? pairedUplink(satellite.transmitters, channel->centerFreqHz()) : std::nullopt;
+}
+
+void AppState::selectTransmitter(const std::optional<Transmitter>& transmitter,
+                                 const SatellitePtr& satellite) {
+    selectedTransmitter = transmitter;
+    pickUplink(*satellite);
+    if (!transmitter) {
+        currentSatCalibration = 0;
+        return;
+    }
+    const double center = transmitter->centerFreqHz();
+    preferences_.setLastTransmitter(satellite->id, center);
+    currentSatCalibration = calibrations_.transponderOffset(satellite->id, center);
+}
+
+std::optional<Transmitter> AppState::preferredTransmitter(const Satellite& satellite) const {
+    return veloran::preferredTransmitter(satellite.transmitters,
+                                         preferences_.lastTransmitterHz(satellite.id));
+}
+
+}  // namespace veloran

@@ -1,0 +1,83 @@
+#include "core/satellite.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "elements/tle_parser.h"
+#include "orbit/sun_moon.h"
+
+namespace veloran {
+
+namespace {
+
+std::vector<Transmitter> withDirection(const std::vector<Transmitter>& transmitters,
+                                       std::string_view direction) {
+    std::vector<Transmitter> result;
+    std::copy_if(transmitters.begin(), transmitters.end(), std::back_inserter(result),
+                 [direction](const Transmitter& t) { return t.direction == direction; });
+    return result;
+}
+
+}  // namespace
+
+Satellite::Satellite(std::string satelliteName, std::int64_t noradId,
+                     std::vector<Transmitter> channels)
+    : id(noradId), name(std::move(satelliteName)), transmitters(std::move(channels)) {}
+
+void Satellite::initOrbit() {
+    if (tle) satrec = std::make_shared<const SatRec>(TLEParser::createSatRec(*tle));
+}
+
+std::optional<TopocentricResult> Satellite::observe(Instant at, double obsLat, double obsLon,
+                                                    double obsAltMeters) const {
+    switch (bodyKind) {
+        case BodyKind::sun:
+            return sunTopocentric(at, obsLat, obsLon);
+        case BodyKind::moon:
+            return moonTopocentric(at, obsLat, obsLon);
+        case BodyKind::sgp4:
+            break;
+    }
+    if (!satrec) return std::nullopt;
+    return lookAngles(*satrec, at, obsLat, obsLon, obsAltMeters / 1000);
+}
+
+std::vector<Transmitter> Satellite::downlinkTransmitters() const {
+    return withDirection(transmitters, "down");
+}
+
+std::vector<Transmitter> Satellite::uplinkTransmitters() const {
+    return withDirection(transmitters, "up");
+}
+
+std::optional<Transmitter> Satellite::primaryDownlink() const {
+    const auto first = std::find_if(transmitters.begin(), transmitters.end(),
+                                    [](const Transmitter& t) { return t.direction == "down"; });
+    return first == transmitters.end() ? std::nullopt : std::optional(*first);
+}
+
+PassPredictor::ObserveFn observeFunction(const Satellite& satellite, double obsLat, double obsLon,
+                                         double obsAltMeters) {
+    switch (satellite.bodyKind) {
+        case BodyKind::sun:
+            return [=](Instant at) { return std::optional(sunTopocentric(at, obsLat, obsLon)); };
+        case BodyKind::moon:
+            return [=](Instant at) { return std::optional(moonTopocentric(at, obsLat, obsLon)); };
+        case BodyKind::sgp4:
+            break;
+    }
+    // The record is shared, never changed: it outlives the satellite for as long as a search runs.
+    return [=, satrec = satellite.satrec](Instant at) -> std::optional<TopocentricResult> {
+        if (!satrec) return std::nullopt;
+        return lookAngles(*satrec, at, obsLat, obsLon, obsAltMeters / 1000);
+    };
+}
+
+PassPredictor makePassPredictor(const Satellite& satellite, double obsLat, double obsLon,
+                                double obsAltMeters) {
+    return PassPredictor(observeFunction(satellite, obsLat, obsLon, obsAltMeters), obsLat, obsLon,
+                         obsAltMeters);
+}
+
+}  // namespace veloran
