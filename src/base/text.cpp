@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <iterator>
+#include <utility>
 
 namespace veloran {
 
@@ -70,6 +70,21 @@ bool isAscii(std::string_view text) {
                        [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
+std::size_t endOfCharacter(std::string_view text, std::size_t start) {
+    CodePoint point = firstCodePoint(text.substr(start));
+    std::size_t end = start + point.length;
+    utf8proc_int32_t state = 0;
+    while (point.value >= 0 && end < text.size()) {
+        const CodePoint next = firstCodePoint(text.substr(end));
+        if (next.value < 0 || utf8proc_grapheme_break_stateful(point.value, next.value, &state)) {
+            break;
+        }
+        end += next.length;
+        point = next;
+    }
+    return end;
+}
+
 /// Whether a well-formed number is too small rather than too big for a double: the power of ten of
 /// its first digit that is not 0.
 bool isTiny(std::string_view number) {
@@ -112,19 +127,29 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
     }
 }
 
-std::vector<std::string_view> splitLines(std::string_view text) {
-    std::vector<std::string_view> lines;
-    std::size_t start = 0;
-    for (std::size_t i = 0; i < text.size();) {
-        const CodePoint point = firstCodePoint(text.substr(i));
+std::string_view takeLine(std::string_view& rest) {
+    for (std::size_t i = 0; i < rest.size();) {
+        const CodePoint point = firstCodePoint(rest.substr(i));
         if (isNewline(point.value)) {
-            lines.push_back(text.substr(start, i - start));
-            start = i + point.length;
+            const std::string_view line = rest.substr(0, i);
+            rest.remove_prefix(i + point.length);
+            return line;
         }
         i += point.length;
     }
-    lines.push_back(text.substr(start));
-    return lines;
+    return std::exchange(rest, {});
+}
+
+std::vector<std::string_view> splitLines(std::string_view text) {
+    std::vector<std::string_view> lines;
+    for (;;) {
+        const char* const end = text.data() + text.size();
+        lines.push_back(takeLine(text));
+        if (!text.empty()) continue;
+        // A newline character at the very end has an empty piece behind it.
+        if (lines.back().data() + lines.back().size() != end) lines.push_back({});
+        return lines;
+    }
 }
 
 std::string replacedAll(std::string text, char from, char to) {
@@ -148,33 +173,17 @@ bool isValidUtf8(std::string_view bytes) {
     return true;
 }
 
-std::vector<std::string_view> characters(std::string_view text) {
+std::vector<std::string_view> characters(std::string_view text, std::size_t limit) {
     std::vector<std::string_view> result;
-    result.reserve(text.size());
-    if (isAscii(text)) {
-        for (std::size_t i = 0; i < text.size();) {
-            const std::size_t length = text.substr(i, 2) == "\r\n" ? 2 : 1;
-            result.push_back(text.substr(i, length));
-            i += length;
-        }
-        return result;
+    result.reserve(std::min(limit, text.size()));
+    // The byte behind the last character tells whether it ends there; CR LF has two.
+    const bool ascii = isAscii(text.substr(0, limit < text.size() ? 2 * limit + 1 : text.size()));
+    for (std::size_t start = 0; start < text.size() && result.size() < limit;) {
+        const std::size_t end =
+            ascii ? start + (text.substr(start, 2) == "\r\n" ? 2 : 1) : endOfCharacter(text, start);
+        result.push_back(text.substr(start, end - start));
+        start = end;
     }
-    utf8proc_int32_t state = 0;
-    utf8proc_int32_t previous = -1;
-    std::size_t start = 0;
-    for (std::size_t i = 0; i < text.size();) {
-        const CodePoint point = firstCodePoint(text.substr(i));
-        const bool breaks = previous < 0 || point.value < 0 ||
-                            utf8proc_grapheme_break_stateful(previous, point.value, &state);
-        if (breaks && i > start) {
-            result.push_back(text.substr(start, i - start));
-            start = i;
-        }
-        if (point.value < 0) state = 0;
-        previous = point.value;
-        i += point.length;
-    }
-    if (start < text.size()) result.push_back(text.substr(start));
     return result;
 }
 

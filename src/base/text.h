@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -24,6 +25,10 @@ std::vector<std::string_view> split(std::string_view text, char separator);
 /// Split at every single character of the Unicode newline set, so CR LF leaves an empty piece.
 std::vector<std::string_view> splitLines(std::string_view text);
 
+/// The same one line at a time: cuts the first line and its newline character off `rest`. The last
+/// line leaves `rest` empty.
+std::string_view takeLine(std::string_view& rest);
+
 std::string replacedAll(std::string text, char from, char to);
 
 /// Full Unicode case mapping is not needed for what is compared here: one code point maps to one.
@@ -32,8 +37,10 @@ std::string lowerCased(std::string_view text);
 
 bool isValidUtf8(std::string_view bytes);
 
-/// The user-perceived characters (extended grapheme clusters) of a text. Plain ASCII is fast.
-std::vector<std::string_view> characters(std::string_view text);
+/// The user-perceived characters (extended grapheme clusters) of a text, the first `limit` of them.
+/// Plain ASCII is fast, and what stands behind the limit costs nothing.
+std::vector<std::string_view> characters(std::string_view text,
+                                         std::size_t limit = std::string_view::npos);
 
 /// The whole text as a decimal integer: one optional sign, then digits. Absent if anything else is
 /// there, blanks included, or if it does not fit 64 bits.

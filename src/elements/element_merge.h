@@ -1,5 +1,8 @@
 #pragma once
 
+#include <set>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "elements/tle_data.h"
@@ -16,5 +19,8 @@ bool isFresherOrPreferred(const TLEData& candidate, const TLEData& incumbent);
 /// One set for each catalogue number, in order of first appearance; `source` becomes the sorted
 /// keys of all groups that listed the number, joined by ",".
 std::vector<TLEData> mergeElements(const std::vector<std::vector<TLEData>>& lists);
+
+/// The keys of a joined `source`.
+std::set<std::string> splitSources(std::string_view source);
 
 }  // namespace veloran

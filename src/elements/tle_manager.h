@@ -8,14 +8,25 @@
 #include <string_view>
 #include <vector>
 
+#include "elements/cache_age.h"
 #include "elements/tle_category.h"
 #include "elements/tle_data.h"
 #include "platform/machine.h"
 
 namespace veloran {
 
+/// What the user adds to the groups of the element service. A function that is not set adds
+/// nothing.
+struct UserElements {
+    /// Groups behind the built-in ones, asked for anew each time. Main thread.
+    std::function<std::vector<TLECategory>()> categories;
+    /// Sets that join every merge as its last list, tagged kCustomSource. Called on a worker.
+    std::function<std::vector<TLEData>()> importedSets;
+};
+
 /// The download groups, their cache on disk, and the road from a set of keys to one merged list.
-/// Main thread only; reading, decoding and merging run on the workers.
+/// Main thread only; reading, decoding and merging run on the workers. May be destroyed while a
+/// fetch is under way: its completion is called all the same.
 class TLEManager {
   public:
     using ListCompletion = std::function<void(std::vector<TLEData>)>;
@@ -23,10 +34,10 @@ class TLEManager {
 
     static constexpr double kMaxAgeHours = 24;
     /// What oldestCacheAge gives when a group has no readable time stamp, seconds.
-    static constexpr double kUnknownAge = 999999.0;
+    static constexpr double kUnknownAge = cache_age::kUnknown;
 
     /// `serviceBase` is scheme and host of the element service, without a slash at its end.
-    TLEManager(const Machine& machine, std::string serviceBase);
+    TLEManager(const Machine& machine, std::string serviceBase, UserElements userElements = {});
 
     std::vector<TLECategory> builtinCategories() const;
     /// The built-in groups, then the user's own.
@@ -40,12 +51,15 @@ class TLEManager {
     std::filesystem::path timestampFile(std::string_view key) const;
 
     bool isCacheStale(std::string_view key, double maxAgeHours = kMaxAgeHours) const;
+    /// Reads and decodes on the calling thread: an answer of the service takes milliseconds.
     std::optional<std::vector<TLEData>> loadCached(std::string_view key) const;
     /// Downloads, caches and decodes one group; falls back to its cache, then to nothing.
+    /// `completion` is called once, later, on the main thread, here and in all that follow.
     void fetchCategory(const std::string& key, OptionalListCompletion completion);
-    /// Fresh caches and downloads of all keys, merged with the imported sets. `completion` is
-    /// always called, later, on the main thread.
+    /// Fresh caches in the order of their keys, then downloads in the order they come in, then the
+    /// imported sets, merged. A fresh group causes no request.
     void fetchCategories(const std::vector<std::string>& keys, ListCompletion completion);
+    /// Downloads one set, with no group and no cache.
     void fetchByNoradId(std::int64_t noradId,
                         std::function<void(std::optional<TLEData>)> completion);
     /// Seconds since the oldest download among the keys; 0 without keys.
@@ -54,16 +68,12 @@ class TLEManager {
     void forgetTimestamp(std::string_view key);
 
   private:
+    std::optional<TLECategory> categoryForKey(std::string_view key) const;
+    std::filesystem::path cacheDirectory() const;
+
     Machine machine_;
     std::string serviceBase_;
+    UserElements userElements_;
 };
-
-/// The two decisions of the cache, as functions of what the time stamp file holds.
-namespace cache_age {
-/// Seconds since 1970 in a time stamp file; absent for what is no number.
-std::optional<double> readTimestamp(const std::optional<std::string>& content);
-bool isStale(const std::optional<std::string>& content, double nowUnix, double maxAgeHours);
-double oldest(const std::vector<std::optional<std::string>>& contents, double nowUnix);
-}  // namespace cache_age
 
 }  // namespace veloran

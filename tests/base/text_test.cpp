@@ -38,6 +38,20 @@ TEST(SplitLines, EveryNewlineCharacterSplitsByItself) {
     EXPECT_THAT(splitLines("a\n"), ElementsAre("a", ""));
 }
 
+TEST(SplitLines, KeepsEmptyLinesAtBothEnds) {
+    EXPECT_THAT(splitLines(""), ElementsAre(""));
+    EXPECT_THAT(splitLines("\n"), ElementsAre("", ""));
+    EXPECT_THAT(splitLines("\n\na\u2029"), ElementsAre("", "", "a", ""));
+}
+
+TEST(TakeLine, CutsOneLineAndItsNewlineCharacter) {
+    std::string_view rest = "a\u2028\nb";
+    EXPECT_EQ(takeLine(rest), "a");
+    EXPECT_EQ(takeLine(rest), "");
+    EXPECT_EQ(takeLine(rest), "b");
+    EXPECT_EQ(rest, "");
+}
+
 TEST(ReplacedAll, ReplacesEveryOccurrence) {
     EXPECT_EQ(replacedAll("a:b::", ':', '-'), "a-b--");
 }
@@ -66,6 +80,14 @@ TEST(Characters, CombiningMarksAndEmojiSequencesAreOne) {
                 ElementsAre("e\u0301", "x", "\U0001f468\u200d\U0001f469", "y"));
     EXPECT_THAT(characters("\U0001f1e9\U0001f1ea\U0001f1eb\U0001f1f7"),
                 ElementsAre("\U0001f1e9\U0001f1ea", "\U0001f1eb\U0001f1f7"));
+}
+
+TEST(Characters, LimitCutsWholeCharacters) {
+    EXPECT_THAT(characters("abcd", 2), ElementsAre("a", "b"));
+    EXPECT_THAT(characters("ab", 9), ElementsAre("a", "b"));
+    EXPECT_THAT(characters("abc", 0), ElementsAre());
+    EXPECT_THAT(characters("ae\u0301x", 2), ElementsAre("a", "e\u0301"));
+    EXPECT_THAT(characters("\r\n\r\nx", 2), ElementsAre("\r\n", "\r\n"));
 }
 
 TEST(Characters, StrayBytesCountOneEach) {
