@@ -1,0 +1,98 @@
+#include "rig/reply_queue.h"
+
+#include <gmock/gmock.h>
+
+namespace veloran::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// What a completion was called with.
+struct Call {
+    std::string tag;
+    std::int64_t code;
+    ReplyLines lines;
+    bool operator==(const Call&) const = default;
+};
+
+class ReplyQueueTest : public testing::Test {
+  protected:
+    void expectReply(const std::string& tag) {
+        queue.expect([this, tag](std::int64_t code, const ReplyLines& lines) {
+            calls.push_back({tag, code, lines});
+        });
+    }
+    void receive(const std::string& line) {
+        if (const auto answer = queue.dispatch(line))
+            answer->completion(answer->code, answer->lines);
+    }
+
+    ReplyQueue queue;
+    std::vector<Call> calls;
+};
+
+TEST_F(ReplyQueueTest, RepliesBelongToTheOldestCommand) {
+    expectReply("a");
+    expectReply("b");
+    receive("RPRT 0");
+    receive("RPRT -11");
+    EXPECT_THAT(calls, ElementsAre(Call{"a", 0, {}}, Call{"b", -11, {}}));
+}
+
+TEST_F(ReplyQueueTest, WithNothingPendingEveryLineIsDropped) {
+    receive("RPRT 0");
+    receive("text");
+    expectReply("a");
+    receive("RPRT 5");
+    EXPECT_THAT(calls, ElementsAre(Call{"a", 5, {}}));
+}
+
+TEST_F(ReplyQueueTest, AForeignReplyShiftsTheAnswersUntilTheListRunsEmpty) {
+    expectReply("sat_dl");
+    receive("RPRT -1");   // of a mode command, which waits for nothing
+    receive("RPRT -11");  // its own
+    expectReply("next");
+    receive("RPRT 0");
+    EXPECT_THAT(calls, ElementsAre(Call{"sat_dl", -1, {}}, Call{"next", 0, {}}));
+}
+
+TEST_F(ReplyQueueTest, ACodeThatIsNoNumberReadsAsMinus999) {
+    for (const auto* line : {"RPRT abc", "RPRT 0 extra", "RPRT  0", "RPRT 1.0", "RPRT 0x1",
+                             "RPRT 9223372036854775808"}) {
+        expectReply(line);
+        receive(line);
+        EXPECT_EQ(calls.back(), (Call{line, -999, {}}));
+    }
+}
+
+TEST_F(ReplyQueueTest, AReportWithoutBlankAndNumberIsData) {
+    expectReply("a");
+    for (const auto* line : {"RPRT", "RPRT0", "rprt 0", "XRPRT 0"}) receive(line);
+    receive("RPRT 0");
+    EXPECT_THAT(calls, ElementsAre(Call{"a", 0, {"RPRT", "RPRT0", "rprt 0", "XRPRT 0"}}));
+}
+
+TEST_F(ReplyQueueTest, EndIsLeftOutAndEndsNothing) {
+    expectReply("a");
+    for (const auto* line : {"X=1", "END", "Y=2", "END ", "end", "RPRT 0"}) receive(line);
+    EXPECT_THAT(calls, ElementsAre(Call{"a", 0, {"X=1", "Y=2", "END ", "end"}}));
+}
+
+TEST_F(ReplyQueueTest, EmptyLinesAreKept) {
+    expectReply("a");
+    for (const auto* line : {"", "x", "", "RPRT 0"}) receive(line);
+    EXPECT_THAT(calls, ElementsAre(Call{"a", 0, {"", "x", ""}}));
+}
+
+TEST_F(ReplyQueueTest, AFlushAnswersEveryCommandInOrderOfAgeWithoutLines) {
+    for (const auto* tag : {"a", "b", "c"}) expectReply(tag);
+    receive("half an answer");
+    for (const auto& answer : queue.flush()) answer.completion(answer.code, answer.lines);
+    EXPECT_THAT(calls, ElementsAre(Call{"a", -1, {}}, Call{"b", -1, {}}, Call{"c", -1, {}}));
+    EXPECT_EQ(queue.size(), 0U);
+    EXPECT_THAT(queue.flush(), IsEmpty());
+}
+
+}  // namespace
+}  // namespace veloran::test
