@@ -1,0 +1,107 @@
+#pragma once
+
+#include <QTemporaryDir>
+#include <QTimer>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "core/app_state.h"
+#include "platform/machine.h"
+#include "qt/disk_files.h"
+#include "qt/disk_settings.h"
+#include "qt/qt_http_client.h"
+#include "qt/qt_main_loop.h"
+#include "qt/qt_tcp_network.h"
+#include "qt/system_clock.h"
+#include "qt/thread_workers.h"
+#include "servers/http_server.h"
+
+namespace veloran::test {
+
+/// Runs the event loop until the condition holds; false when that takes longer than `seconds`.
+/// The condition is looked at after every event and at least every few milliseconds.
+[[nodiscard]] bool spinUntil(const std::function<bool()>& condition, double seconds = 60);
+
+/// A port of 127.0.0.1 on which nothing listens.
+std::uint16_t freePort();
+
+/// The program's real adapters in a throw-away home.
+struct RealMachine {
+    RealMachine();
+
+    QTemporaryDir home;
+    SystemClock clock;
+    QtMainLoop loop;
+    ThreadWorkers workers;
+    DiskFiles files;
+    DiskSettings settings;
+    QtHttpClient http{loop};
+    QtTcpNetwork tcp{loop};
+    Machine machine{clock, loop, workers, settings, files, http, tcp};
+};
+
+/// The element service: the sample satellites with today's elements, by group.
+class SampleElementService {
+  public:
+    SampleElementService();
+    std::string base() const { return server_.base(); }
+
+  private:
+    HttpServer server_;
+};
+
+/// A whole station on real parts: elements from a real server, a radio to be named, no window.
+class Station {
+  public:
+    Station();
+
+    /// Downloads the sample satellites and waits for them.
+    void load();
+    /// Starts tracking RS-44, whose transponder has a downlink and an uplink, `hz` times a second,
+    /// from where it stands highest: there its frequency changes fastest.
+    void track(std::uint16_t radioPort, double hz = 20);
+
+    RealMachine machine;
+    SampleElementService elements;
+    std::shared_ptr<AppState> state;
+
+  private:
+    void moveUnder(const Satellite& satellite);
+};
+
+/// The corrected downlink at each tick since this was made, in whole hertz as a radio gets it.
+class TickHistory {
+  public:
+    explicit TickHistory(const std::shared_ptr<AppState>& state);
+
+    std::size_t ticks() const;
+    /// The value of the newest tick, and of one before it, counted back.
+    std::int64_t newest() const { return tuned(ticks() - 1); }
+    std::int64_t tuned(std::size_t tick) const;
+
+  private:
+    void sample() const;
+
+    std::shared_ptr<AppState> state_;
+    mutable std::deque<double> values_;  // the last one is the present one
+    ChangeNotifier::Subscription subscription_;
+};
+
+/// The longest time that the event loop was deaf: gaps of a 10 ms timer.
+class LoopWatch {
+  public:
+    LoopWatch();
+    double longestGapSeconds() const { return longest_; }
+
+  private:
+    QTimer timer_;
+    double last_;
+    double longest_ = 0;
+};
+
+double steadySeconds();
+
+}  // namespace veloran::test
