@@ -1,0 +1,14 @@
+#include "app/desktop_machine.h"
+
+#include <utility>
+
+namespace veloran {
+
+DesktopMachine::DesktopMachine(std::filesystem::path home, std::filesystem::path settingsFile)
+    : settings(std::move(settingsFile), loop),
+      files(std::move(home)),
+      http(loop),
+      tcp(loop),
+      machine{clock, loop, workers, settings, files, http, tcp} {}
+
+}  // namespace veloran

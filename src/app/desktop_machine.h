@@ -1,0 +1,31 @@
+#pragma once
+
+#include <filesystem>
+
+#include "platform/machine.h"
+#include "qt/disk_files.h"
+#include "qt/disk_settings.h"
+#include "qt/qt_http_client.h"
+#include "qt/qt_main_loop.h"
+#include "qt/qt_tcp_network.h"
+#include "qt/system_clock.h"
+#include "qt/thread_workers.h"
+
+namespace veloran {
+
+/// The machine that the desktop program runs on. Needs a QCoreApplication, and outlives every
+/// AppState made with it.
+struct DesktopMachine {
+    DesktopMachine(std::filesystem::path home, std::filesystem::path settingsFile);
+
+    SystemClock clock;
+    QtMainLoop loop;
+    ThreadWorkers workers;
+    DiskSettings settings;
+    DiskFiles files;
+    QtHttpClient http;
+    QtTcpNetwork tcp;
+    Machine machine;
+};
+
+}  // namespace veloran

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QWidget>
+#include <memory>
+
+#include "core/app_state.h"
+
+namespace veloran {
+
+class StateRefresher;
+
+/// The root of the main window: title bar, the panes, and the detail panel. When it is first on
+/// screen it sets the timeline and starts the load, so that the window never waits for data.
+class ContentView : public QWidget {
+    Q_OBJECT
+  public:
+    ContentView(std::shared_ptr<AppState> state, const StateRefresher& refresher,
+                QWidget* parent = nullptr);
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    QWidget* makePanes(const StateRefresher& refresher);
+    void firstAppearance();
+
+    std::shared_ptr<AppState> state_;
+    bool hasAppeared_ = false;
+};
+
+}  // namespace veloran

@@ -1,0 +1,185 @@
+#include "ui/detail/rig_column.h"
+
+#include <QEvent>
+#include <QGridLayout>
+#include <QPushButton>
+
+#include "ui/detail/detail_panel.h"
+#include "ui/detail/labeled_values.h"
+#include "ui/formats.h"
+#include "ui/symbol_icon.h"
+#include "ui/theme.h"
+#include "ui/widgets/ornaments.h"
+#include "ui/widgets/text_button.h"
+
+namespace veloran {
+
+namespace {
+
+Ink protocolInk(RigProtocolMode mode) {
+    switch (mode) {
+        case RigProtocolMode::satProtoV1:
+            return Ink::cyan;
+        case RigProtocolMode::classic:
+            return Ink::gray;
+        case RigProtocolMode::unknown:
+            break;
+    }
+    return Ink::secondary;
+}
+
+QPushButton* sessionButton(const QString& text, const char* name) {
+    auto* button = new QPushButton(text);
+    button->setObjectName(name);
+    button->setFont(Theme::mono(16, QFont::Bold));
+    button->setIconSize({16, 16});
+    button->setAutoDefault(false);
+    return button;
+}
+
+QString qText(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+}  // namespace
+
+RigColumn::RigColumn(std::shared_ptr<AppState> state, QWidget* parent)
+    : QWidget(parent), state_(std::move(state)) {
+    rigStatus_ = new ValueLabel({11, QFont::Normal, Ink::orange});
+    rigStatus_->setObjectName("rigStatus");
+    rigStatus_->setElastic();
+    endpoint_ = new ValueLabel({14, QFont::Normal, Ink::secondary});
+    endpoint_->setObjectName("rigEndpoint");
+    endpoint_->setElastic();
+
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(DetailPanel::kPadding, DetailPanel::kPadding, DetailPanel::kPadding,
+                               DetailPanel::kPadding);
+    column->setSpacing(6);
+    column->addWidget(makeLink());
+    column->addWidget(rigStatus_);
+    column->addWidget(endpoint_);
+    column->addWidget(makeButtons());
+    column->addWidget(makeSession());
+    column->addStretch();
+    refresh();
+}
+
+void RigColumn::refresh() {
+    linkDot_->setInk(state_->rigConnected ? Ink::green : Ink::red);
+    link_->setText(state_->rigConnected ? tr("Connected") : tr("Disconnected"));
+    protocol_->display(qText(rawValue(state_->rigProtocolMode)),
+                       protocolInk(state_->rigProtocolMode));
+    rigStatus_->setVisible(!state_->rigSatProtoStatus->empty());
+    rigStatus_->setText(state_->rigSatProtoStatus.get());
+    endpoint_->setText(endpointText(state_->rigHost.get(), state_->rigPort));
+    track_->setEnabled(state_->selectedPass->has_value());
+    stop_->setEnabled(state_->isTracking);
+
+    session_->setVisible(state_->isTracking);
+    if (!state_->isTracking) return;
+    azimuth_->setText(azimuthText(state_->currentAzimuth));
+    elevation_->setText(azimuthText(state_->currentElevation));
+    range_->setText(rangeText(state_->currentRange));
+    rate_->setText(rateText(state_->currentDopplerRate));
+    update_->setText(updateRateText(state_->dopplerUpdateHz));
+}
+
+void RigColumn::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ApplicationPaletteChange) colorTrackButton();
+}
+
+QWidget* RigColumn::makeLink() {
+    auto* widget = new QWidget;
+    widget->setObjectName("rigLink");
+    widget->setToolTip(
+        tr("Protocol auto-detected from rigctld; SAT_PROTO sends rest_hz and Doppler as separate "
+           "fields."));
+    linkDot_ = new ColorDot(8);
+    linkDot_->setObjectName("rigDot");
+    link_ = new ValueLabel({15});
+    link_->setObjectName("rigConnection");
+    link_->setAccessibleName(tr("Radio"));
+    protocol_ = new Badge({11, 4, 3, 0.6});
+    protocol_->setObjectName("rigProtocol");
+    auto* row = new QHBoxLayout(widget);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(6);
+    row->addWidget(linkDot_);
+    row->addWidget(link_);
+    row->addStretch();
+    row->addWidget(protocol_);
+    return widget;
+}
+
+QWidget* RigColumn::makeButtons() {
+    track_ = sessionButton("TRACK", "trackButton");
+    track_->setIcon(symbolIcon(Symbol::play, Ink::control));
+    track_->setAccessibleName(tr("Start tracking the selected pass"));
+    colorTrackButton();
+    connect(track_, &QPushButton::clicked, this, [this] { startTrackingSelectedPass(*state_); });
+    stop_ = sessionButton("STOP", "stopButton");
+    stop_->setIcon(symbolIcon(Symbol::stop));
+    stop_->setAccessibleName(tr("Stop tracking"));
+    connect(stop_, &QPushButton::clicked, this, [this] { state_->stopTracking(); });
+
+    auto* widget = new QWidget;
+    auto* row = new QHBoxLayout(widget);
+    row->setContentsMargins(0, 4, 0, 0);
+    row->setSpacing(8);
+    row->addWidget(track_);
+    row->addWidget(stop_);
+    row->addStretch();
+    return widget;
+}
+
+QWidget* RigColumn::makeSession() {
+    session_ = new QWidget;
+    session_->setObjectName("sessionGrid");
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(6);
+    grid->setVerticalSpacing(1);
+    grid->setColumnStretch(1, 1);
+    const auto addRow = [&](const QString& label, const char* name, ValueLabel*& value) {
+        const int row = grid->rowCount();
+        value = smallValue(label);
+        value->setObjectName(name);
+        value->reserve("+00000.0 Hz/s");
+        grid->addWidget(smallLabel(label), row, 0);
+        grid->addWidget(value, row, 1);
+    };
+    addRow(tr("Az"), "sessionAzimuth", azimuth_);
+    addRow(tr("El"), "sessionElevation", elevation_);
+    addRow(tr("Range"), "sessionRange", range_);
+    addRow(tr("Rate"), "sessionRate", rate_);
+    addRow(tr("Update"), "sessionUpdate", update_);
+
+    auto* reset = new TextButton(tr("Reset cal"), {14, QFont::Normal, Ink::red, 0.8});
+    reset->setObjectName("resetCalButton");
+    reset->setAccessibleName(tr("Reset transponder calibration"));
+    connect(reset, &TextButton::clicked, this, [this] { state_->clearCalibration(); });
+
+    auto* column = new QVBoxLayout(session_);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(6);
+    column->addLayout(grid);
+    column->addWidget(reset, 0, Qt::AlignLeft);
+    return session_;
+}
+
+void RigColumn::colorTrackButton() {
+    QPalette colors = palette();
+    colors.setColor(QPalette::Active, QPalette::Button, Theme::color(Ink::green));
+    colors.setColor(QPalette::Inactive, QPalette::Button, Theme::color(Ink::green));
+    colors.setColor(QPalette::Active, QPalette::ButtonText, Theme::color(Ink::control));
+    colors.setColor(QPalette::Inactive, QPalette::ButtonText, Theme::color(Ink::control));
+    track_->setPalette(colors);
+}
+
+void startTrackingSelectedPass(AppState& state) {
+    const std::optional<PassInfo> pass = state.selectedPass;
+    if (pass) state.startTracking(pass->satellite, state.selectedTransmitter);
+}
+
+}  // namespace veloran

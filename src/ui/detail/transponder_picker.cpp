@@ -1,0 +1,84 @@
+#include "ui/detail/transponder_picker.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "ui/symbol_icon.h"
+#include "ui/theme.h"
+#include "ui/widgets/choice_box.h"
+#include "ui/widgets/symbol_view.h"
+#include "ui/widgets/value_label.h"
+
+namespace veloran {
+
+std::string pickerSelectionId(const std::vector<TransmitterSelection>& selections,
+                              std::optional<double> selectedCenterHz) {
+    if (selections.empty()) return {};
+    const auto shown = std::ranges::find_if(selections, [&](const TransmitterSelection& s) {
+        const auto downlink = s.downlink();
+        return downlink && selectedCenterHz && downlink->centerFreqHz() == *selectedCenterHz;
+    });
+    return (shown == selections.end() ? selections.front() : *shown).id();
+}
+
+TransponderPicker::TransponderPicker(std::shared_ptr<AppState> state, QWidget* parent)
+    : QWidget(parent), state_(std::move(state)) {
+    choices_ = new ChoiceBox;
+    choices_->setObjectName("transponderPicker");
+    choices_->setAccessibleName(tr("Transponder"));
+    choices_->setFont(Theme::mono(15));
+    connect(choices_, &ChoiceBox::activated, this, &TransponderPicker::choose);
+
+    row_ = new QWidget;
+    auto* row = new QHBoxLayout(row_);
+    row->setContentsMargins(0, 2, 0, 0);
+    row->setSpacing(4);
+    row->addWidget(new ValueLabel({15, QFont::Medium, Ink::secondary}, "TX"));
+    row->addWidget(choices_, 1);
+
+    inverting_ = new QWidget;
+    inverting_->setObjectName("invertingNote");
+    auto* note = new QHBoxLayout(inverting_);
+    note->setContentsMargins(0, 0, 0, 0);
+    note->setSpacing(4);
+    note->addWidget(new SymbolView(Symbol::arrowUpAndDown, 12, Ink::purple));
+    note->addWidget(new ValueLabel({14, QFont::Normal, Ink::purple}, tr("INVERTING transponder")));
+    note->addStretch();
+
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(4);
+    column->addWidget(row_);
+    column->addWidget(inverting_);
+}
+
+void TransponderPicker::refresh(const SatellitePtr& satellite) {
+    if (satellite != satellite_ || satellite->transmitters != offered_) offer(satellite);
+    const auto& selected = state_->selectedTransmitter.get();
+    const std::string id = pickerSelectionId(
+        selections_, selected ? std::optional(selected->centerFreqHz()) : std::nullopt);
+    choices_->setCurrentIndex(choices_->findData(QString::fromStdString(id)));
+    row_->setVisible(!selections_.empty());
+    inverting_->setVisible(!selections_.empty() && selected && selected->inverting);
+}
+
+void TransponderPicker::offer(const SatellitePtr& satellite) {
+    satellite_ = satellite;
+    offered_ = satellite->transmitters;
+    selections_ = buildTransmitterSelections(offered_);
+    choices_->clear();
+    for (const TransmitterSelection& selection : selections_) {
+        choices_->addItem(QString::fromStdString(selection.label()),
+                          QString::fromStdString(selection.id()));
+    }
+}
+
+void TransponderPicker::choose(int index) {
+    const std::string id = choices_->itemData(index).toString().toStdString();
+    const auto chosen = std::ranges::find_if(
+        selections_, [&](const TransmitterSelection& s) { return s.id() == id; });
+    if (chosen != selections_.end()) state_->selectTransmitter(chosen->downlink(), satellite_);
+}
+
+}  // namespace veloran

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QWidget>
+#include <memory>
+
+#include "core/app_state.h"
+#include "transmitters/transponder_pair.h"
+
+namespace veloran {
+
+class ChoiceBox;
+
+/// The identifier of the choice shown for a selected channel: the first with its downlink centre,
+/// else the first of all, else empty.
+std::string pickerSelectionId(const std::vector<TransmitterSelection>& selections,
+                              std::optional<double> selectedCenterHz);
+
+/// The choice of a transponder or single channel of a satellite. Shows nothing for a satellite
+/// without channels.
+class TransponderPicker : public QWidget {
+    Q_OBJECT
+  public:
+    explicit TransponderPicker(std::shared_ptr<AppState> state, QWidget* parent = nullptr);
+
+    void refresh(const SatellitePtr& satellite);
+
+  private:
+    void offer(const SatellitePtr& satellite);
+    void choose(int index);
+
+    std::shared_ptr<AppState> state_;
+    SatellitePtr satellite_;
+    std::vector<Transmitter> offered_;
+    std::vector<TransmitterSelection> selections_;
+    QWidget* row_;
+    ChoiceBox* choices_;
+    QWidget* inverting_;
+};
+
+}  // namespace veloran

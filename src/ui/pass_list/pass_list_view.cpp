@@ -1,0 +1,65 @@
+#include "ui/pass_list/pass_list_view.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QVBoxLayout>
+
+#include "ui/formats.h"
+#include "ui/pass_list/pass_list_model.h"
+#include "ui/pass_list/pass_row_delegate.h"
+#include "ui/pass_list/pass_rows_view.h"
+#include "ui/theme.h"
+#include "ui/widgets/value_label.h"
+
+namespace veloran {
+
+PassListView::PassListView(std::shared_ptr<AppState> state, QWidget* parent)
+    : QWidget(parent),
+      state_(std::move(state)),
+      model_(new PassListModel(state_, this)),
+      rows_(new PassRowsView(*model_)) {
+    rows_->setItemDelegate(new PassRowDelegate(*model_, rows_));
+    connect(rows_, &PassRowsView::picked, this, &PassListView::select);
+    connect(&everySecond_, &QTimer::timeout, model_, &PassListModel::updateTimes);
+    everySecond_.start(1000);
+
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(makeHeader());
+    column->addWidget(rows_, 1);
+    refresh();
+}
+
+void PassListView::refresh() {
+    model_->refresh();
+    count_->setText(upcomingText(static_cast<std::size_t>(model_->rowCount())));
+}
+
+void PassListView::paintEvent(QPaintEvent*) {
+    QPainter(this).fillRect(rect(), Theme::color(Ink::control));
+}
+
+QWidget* PassListView::makeHeader() {
+    auto* header = new QWidget;
+    header->setAutoFillBackground(true);
+    count_ = new ValueLabel({14, QFont::Normal, Ink::secondary});
+    count_->setObjectName("passCount");
+    auto* row = new QHBoxLayout(header);
+    row->setContentsMargins(10, 6, 10, 6);
+    row->setSpacing(9);
+    row->addWidget(new ValueLabel({15, QFont::Black, Ink::secondary}, tr("PASSES")));
+    row->addStretch();
+    row->addWidget(count_);
+    return header;
+}
+
+void PassListView::select(const QModelIndex& index) {
+    const PassRow row = model_->row(index.row());
+    const auto transmitter = state_->preferredTransmitter(*row.satellite);
+    state_->selectedPass =
+        PassInfo{.satellite = row.satellite, .pass = row.pass(), .transmitter = transmitter};
+    state_->selectTransmitter(transmitter, row.satellite);
+}
+
+}  // namespace veloran

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QTimer>
+#include <QWidget>
+#include <memory>
+
+#include "core/app_state.h"
+
+class QModelIndex;
+
+namespace veloran {
+
+class PassListModel;
+class PassRowsView;
+class ValueLabel;
+
+/// The coming passes of the favourites. Picking a row, by mouse or keyboard, selects its pass and
+/// a channel for it and starts nothing.
+class PassListView : public QWidget {
+    Q_OBJECT
+  public:
+    explicit PassListView(std::shared_ptr<AppState> state, QWidget* parent = nullptr);
+
+    QSize sizeHint() const override { return {450, 200}; }
+
+  public slots:
+    void refresh();
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    QWidget* makeHeader();
+    void select(const QModelIndex& index);
+
+    std::shared_ptr<AppState> state_;
+    PassListModel* model_;
+    PassRowsView* rows_;
+    ValueLabel* count_;
+    QTimer everySecond_;
+};
+
+}  // namespace veloran

@@ -1,0 +1,128 @@
+#include "ui/pass_list/pass_row_delegate.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+
+#include "ui/pass_list/pass_list_model.h"
+#include "ui/scene/mini_polar_plot.h"
+#include "ui/scene/scene_painter.h"
+#include "ui/theme.h"
+
+namespace veloran {
+
+namespace {
+
+constexpr int kHorizontalPadding = 10;
+constexpr int kVerticalPadding = 7;
+constexpr int kSpacing = 8;
+constexpr int kThumbnail = 60;
+constexpr int kLineSpacing = 3;
+constexpr int kDot = 10;
+constexpr int kDividerIndent = 52;
+
+QString qText(const std::string& utf8) {
+    return QString::fromStdString(utf8);
+}
+
+/// Draws pieces of text on one line, from either end.
+class TextLine {
+  public:
+    TextLine(QPainter& painter, QRect area, const QColor& background)
+        : painter_(painter), area_(area), background_(background) {}
+
+    void left(const QString& text, const QFont& font, const Tint& tint, int gap) {
+        const QFontMetrics metrics(font);
+        draw(area_.left(), metrics.elidedText(text, Qt::ElideRight, area_.width()), font, tint);
+        area_.setLeft(area_.left() + metrics.horizontalAdvance(text) + gap);
+    }
+    void right(const QString& text, const QFont& font, const Tint& tint, int gap) {
+        const int width = QFontMetrics(font).horizontalAdvance(text);
+        draw(area_.right() + 1 - width, text, font, tint);
+        area_.setRight(area_.right() - width - gap);
+    }
+    void skip(int width) { area_.setLeft(area_.left() + width); }
+
+  private:
+    void draw(int x, const QString& text, const QFont& font, const Tint& tint) {
+        const QFontMetrics metrics(font);
+        const int baseline =
+            area_.top() + (area_.height() - metrics.height()) / 2 + metrics.ascent();
+        painter_.setFont(font);
+        painter_.setPen(Theme::text(tint.ink, tint.opacity, background_));
+        painter_.drawText(x, baseline, text);
+    }
+
+    QPainter& painter_;
+    QRect area_;
+    QColor background_;
+};
+
+void drawTexts(QPainter& painter, const QRect& area, const PassRowLook& look,
+               const QColor& satelliteColor, const QColor& background) {
+    const QFont name = Theme::mono(16, QFont::DemiBold);
+    const QFont elevation = Theme::mono(18, QFont::Bold);
+    const QFont time = Theme::mono(14, QFont::Medium);
+    const QFont plain = Theme::mono(14);
+    const int upper = QFontMetrics(elevation).height();
+    const int lower = QFontMetrics(plain).height();
+    const int top = area.top() + (area.height() - upper - kLineSpacing - lower) / 2;
+
+    TextLine first(painter, {area.left(), top, area.width(), upper}, background);
+    first.right(qText(look.elevation), elevation, look.elevationInk, kSpacing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(satelliteColor);
+    painter.drawEllipse(QRectF(area.left(), top + (upper - kDot) / 2.0, kDot, kDot));
+    first.skip(kDot + 6);
+    first.left(qText(look.name), name, look.nameInk, 0);
+
+    TextLine second(painter, {area.left(), top + upper + kLineSpacing, area.width(), lower},
+                    background);
+    second.right(qText(look.direction), plain, {Ink::secondary}, 9);
+    second.right(qText(look.duration), plain, {Ink::secondary}, kSpacing);
+    second.left(qText(look.time), time, look.timeInk, 12);
+    second.left(qText(look.relative), plain, look.relativeInk, 0);
+}
+
+}  // namespace
+
+void PassRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                            const QModelIndex& index) const {
+    const PassRow& row = model_.row(index.row());
+    const PassRowLook look = model_.look(index.row());
+    const RgbColor c = SatelliteColorPalette::color(row.satellite->id);
+
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    QColor background = Theme::color(Ink::control);
+    if (look.background) {
+        background =
+            blended(Theme::color(look.background->ink, look.background->opacity), background);
+        painter->fillRect(option.rect.adjusted(0, 0, 0, -1), background);
+    }
+    const QRect content = option.rect.adjusted(kHorizontalPadding, kVerticalPadding,
+                                               -kHorizontalPadding, -kVerticalPadding - 1);
+    painter->save();
+    painter->translate(content.topLeft());
+    ScenePainter(*painter).draw(miniPolarPlotScene(row.pass(), kThumbnail, kThumbnail));
+    painter->restore();
+    drawTexts(*painter, content.adjusted(kThumbnail + kSpacing, 0, 0, 0), look,
+              QColor::fromRgbF(static_cast<float>(c.red), static_cast<float>(c.green),
+                               static_cast<float>(c.blue)),
+              background);
+
+    QRect divider = option.rect.adjusted(kDividerIndent, 0, 0, 0);
+    divider.setTop(divider.bottom());
+    painter->fillRect(divider, Theme::color(Ink::separator));
+    if (option.state & QStyle::State_HasFocus) {
+        painter->setBrush(Qt::NoBrush);
+        painter->setPen(QPen(Theme::color(Ink::blue), 1.5));
+        painter->drawRoundedRect(QRectF(option.rect).adjusted(1, 1, -1, -2), 3, 3);
+    }
+    painter->restore();
+}
+
+QSize PassRowDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const {
+    return {0, kThumbnail + 2 * kVerticalPadding + 1};
+}
+
+}  // namespace veloran

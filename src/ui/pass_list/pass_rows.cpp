@@ -1,0 +1,68 @@
+#include "ui/pass_list/pass_rows.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "ui/formats.h"
+
+namespace veloran {
+
+namespace {
+
+std::optional<Tint> rowBackground(bool isSelected, bool isInProgress, bool isNext) {
+    if (isSelected) return Tint{Ink::blue, 0.15};
+    if (isInProgress) return Tint{Ink::green, 0.08};
+    if (isNext) return Tint{Ink::orange, 0.06};
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::vector<PassRow> sortedPassRows(const std::vector<SatellitePtr>& selectedSatellites) {
+    std::vector<PassRow> rows;
+    for (const SatellitePtr& satellite : selectedSatellites) {
+        for (std::size_t i = 0; i < satellite->passes->size(); ++i) {
+            rows.push_back({satellite, satellite->passes, i});
+        }
+    }
+    std::ranges::stable_sort(rows, {}, [](const PassRow& row) { return row.pass().riseTime; });
+    return rows;
+}
+
+std::optional<std::size_t> nextPassIndex(const std::vector<PassRow>& rows, Instant now) {
+    const auto next = std::ranges::upper_bound(
+        rows, now, {}, [](const PassRow& row) { return row.pass().riseTime; });
+    if (next == rows.end()) return std::nullopt;
+    return static_cast<std::size_t>(next - rows.begin());
+}
+
+bool isSelectedPass(const PassRow& row, const std::optional<PassInfo>& selectedPass) {
+    return selectedPass && selectedPass->noradId() == row.satellite->id &&
+           selectedPass->pass.riseTime == row.pass().riseTime;
+}
+
+PassRowLook passRowLook(const PassRow& row, bool isSelected, bool isNext, Instant now) {
+    const PredictedPass& pass = row.pass();
+    const bool isInProgress = now >= pass.riseTime && now <= pass.setTime;
+    return {
+        .name = row.satellite->name,
+        .nameInk = {isInProgress ? Ink::green : Ink::primary},
+        .time = listTime(pass.riseTime),
+        .timeInk = {isInProgress ? Ink::green : Ink::secondary},
+        .relative = relativeTime(pass.riseTime - now),
+        .relativeInk = {isInProgress ? Ink::green : Ink::secondary, 0.7},
+        .elevation = elevationText(pass.maxElevation),
+        .elevationInk = {elevationColor(pass.maxElevation)},
+        .duration = formatDuration(pass.setTime - pass.riseTime),
+        .direction = listDirection(pass.trackPoints),
+        .background = rowBackground(isSelected, isInProgress, isNext),
+    };
+}
+
+std::string spokenPassRow(const PassRowLook& look) {
+    return fmt::format("{}, rises {}, {}, highest {}, lasts {}, {}", look.name, look.time,
+                       look.relative, look.elevation, look.duration, look.direction);
+}
+
+}  // namespace veloran

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/app_state.h"
+#include "ui/ink.h"
+
+namespace veloran {
+
+/// One coming pass of one favourite, without a copy of its track: the list it is part of is a
+/// snapshot that stays as it is.
+struct PassRow {
+    SatellitePtr satellite;
+    std::shared_ptr<const PassList> list;
+    std::size_t index = 0;
+
+    const PredictedPass& pass() const { return (*list)[index]; }
+};
+
+/// The passes of AppState::allPassesSorted, earliest first.
+std::vector<PassRow> sortedPassRows(const std::vector<SatellitePtr>& selectedSatellites);
+
+/// The first row whose pass is still to rise.
+std::optional<std::size_t> nextPassIndex(const std::vector<PassRow>& rows, Instant now);
+
+/// Whether this is the selected pass: same satellite number, same moment of rising.
+bool isSelectedPass(const PassRow& row, const std::optional<PassInfo>& selectedPass);
+
+/// A colour with an opacity.
+struct Tint {
+    Ink ink;
+    double opacity = 1;
+    bool operator==(const Tint&) const = default;
+};
+
+/// Everything a row shows beside its thumbnail.
+struct PassRowLook {
+    std::string name;
+    Tint nameInk;
+    std::string time;
+    Tint timeInk;
+    std::string relative;
+    Tint relativeInk;
+    std::string elevation;
+    Tint elevationInk;
+    std::string duration;
+    std::string direction;
+    std::optional<Tint> background;
+};
+PassRowLook passRowLook(const PassRow& row, bool isSelected, bool isNext, Instant now);
+
+/// The row in words, for a screen reader.
+std::string spokenPassRow(const PassRowLook& look);
+
+}  // namespace veloran

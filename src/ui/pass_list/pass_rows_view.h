@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QListView>
+#include <optional>
+
+#include "base/instant.h"
+
+namespace veloran {
+
+class PassListModel;
+
+/// The scrolling rows: stays where it is, and on the row it was on, when the passes are computed
+/// anew.
+class PassRowsView : public QListView {
+    Q_OBJECT
+  public:
+    explicit PassRowsView(PassListModel& model, QWidget* parent = nullptr);
+
+  signals:
+    /// By a click, or Enter or Space on the current row.
+    void picked(const QModelIndex& index);
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    /// A row by its pass, and how far its top is above the top of the view.
+    struct Place {
+        std::int64_t satelliteId;
+        Instant riseTime;
+        int offset;
+    };
+    std::optional<Place> placeOf(const QModelIndex& index) const;
+    void rememberPlace();
+    void restorePlace();
+
+    PassListModel& model_;
+    std::optional<Place> top_;
+    std::optional<Place> current_;
+};
+
+}  // namespace veloran

@@ -1,0 +1,121 @@
+#include "ui/theme.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QPalette>
+#include <QStyle>
+#include <QStyleFactory>
+#include <algorithm>
+#include <cmath>
+
+namespace veloran {
+
+namespace {
+
+using ColorSet = std::array<QRgb, kInkCount>;
+
+// In the order of Ink. The light set has darker variants, so that coloured text stays legible.
+constexpr ColorSet kDark = {0xff32d74b, 0xffff5147, 0xffff9f0a, 0xffffd60a, 0xff5ac8f5,
+                            0xff4c9dff, 0xffd08cf7, 0xff98989f, 0xff66d4cf, 0xffececee,
+                            0xffababb2, 0xff232427, 0xff1b1c1f, 0xff3c3d42};
+constexpr ColorSet kLight = {0xff15702e, 0xffc0141a, 0xff9c4000, 0xff735600, 0xff09657f,
+                             0xff0a5fcc, 0xff8427bd, 0xff66666b, 0xff0a6a61, 0xff1d1d1f,
+                             0xff505056, 0xfff5f5f7, 0xffffffff, 0xffd0d0d6};
+
+bool darkApplied = true;
+
+double linear(double channel) {
+    return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+}
+
+double luminance(const QColor& color) {
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+           0.0722 * linear(color.blueF());
+}
+
+QPalette palette() {
+    const QColor window = Theme::color(Ink::window);
+    const QColor button = darkApplied ? QColor(0x3a, 0x3b, 0x40) : QColor(0xec, 0xec, 0xef);
+    QPalette p(button, window);
+    p.setColor(QPalette::WindowText, Theme::color(Ink::primary));
+    p.setColor(QPalette::Base, Theme::color(Ink::control));
+    p.setColor(QPalette::AlternateBase, window);
+    p.setColor(QPalette::Text, Theme::color(Ink::primary));
+    p.setColor(QPalette::Button, button);
+    p.setColor(QPalette::ButtonText, Theme::color(Ink::primary));
+    p.setColor(QPalette::BrightText, Theme::color(Ink::red));
+    p.setColor(QPalette::PlaceholderText, Theme::color(Ink::secondary));
+    p.setColor(QPalette::Link, Theme::color(Ink::blue));
+    p.setColor(QPalette::Highlight,
+               darkApplied ? QColor(0x1f, 0x5f, 0xb4) : QColor(0x0a, 0x5f, 0xcc));
+    p.setColor(QPalette::HighlightedText, Qt::white);
+    p.setColor(QPalette::ToolTipBase, Theme::color(Ink::control));
+    p.setColor(QPalette::ToolTipText, Theme::color(Ink::primary));
+    const QColor idle = blended(Theme::color(Ink::secondary, 0.55), button);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        p.setColor(QPalette::Disabled, role, idle);
+    }
+    p.setColor(QPalette::Disabled, QPalette::Button,
+               blended(QColor(button.red(), button.green(), button.blue(), 110), window));
+    return p;
+}
+
+}  // namespace
+
+void Theme::apply(bool dark) {
+    darkApplied = dark;
+    if (QApplication::style() == nullptr || QApplication::style()->name() != "fusion") {
+        QApplication::setStyle(QStyleFactory::create("Fusion"));
+    }
+    QApplication::setPalette(palette());
+    QApplication::setFont(face(13));
+}
+
+bool Theme::isDark() {
+    return darkApplied;
+}
+
+QColor Theme::color(Ink ink, double opacity) {
+    QColor color = QColor::fromRgb((darkApplied ? kDark : kLight)[static_cast<std::size_t>(ink)]);
+    color.setAlphaF(static_cast<float>(opacity));
+    return color;
+}
+
+QColor Theme::text(Ink ink, double opacity, const QColor& background) {
+    QColor result = blended(color(ink, opacity), background);
+    while (opacity < 1 && contrastRatio(result, background) < kLegibleContrast) {
+        opacity = std::min(1.0, opacity + 0.02);
+        result = blended(color(ink, opacity), background);
+    }
+    return result;
+}
+
+QFont Theme::mono(int pixels, QFont::Weight weight) {
+    static const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    QFont font = fixed;
+    font.setPixelSize(pixels);
+    font.setWeight(weight);
+    return font;
+}
+
+QFont Theme::face(int pixels, QFont::Weight weight) {
+    static const QFont general = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+    QFont font = general;
+    font.setPixelSize(pixels);
+    font.setWeight(weight);
+    return font;
+}
+
+double contrastRatio(const QColor& a, const QColor& b) {
+    const auto [dark, light] = std::minmax(luminance(a), luminance(b));
+    return (light + 0.05) / (dark + 0.05);
+}
+
+QColor blended(const QColor& top, const QColor& bottom) {
+    const float a = top.alphaF();
+    const auto mix = [a](float over, float under) { return a * over + (1 - a) * under; };
+    return QColor::fromRgbF(mix(top.redF(), bottom.redF()), mix(top.greenF(), bottom.greenF()),
+                            mix(top.blueF(), bottom.blueF()));
+}
+
+}  // namespace veloran

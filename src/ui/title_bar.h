@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QWidget>
+#include <memory>
+
+#include "core/app_state.h"
+
+namespace veloran {
+
+class Spinner;
+class ValueLabel;
+
+/// The top row of the main window: name, version, what the program is doing, where the observer is
+/// and the buttons of the window.
+class TitleBar : public QWidget {
+    Q_OBJECT
+  public:
+    explicit TitleBar(std::shared_ptr<AppState> state, QWidget* parent = nullptr);
+
+  public slots:
+    void refresh();
+
+  private:
+    QWidget* makeStatusArea();
+    QWidget* makeRefreshButton();
+
+    std::shared_ptr<AppState> state_;
+    Spinner* spinner_;
+    ValueLabel* status_;
+    ValueLabel* position_;
+    ValueLabel* locator_;
+};
+
+/// The version of the running program; absent when the application has none.
+std::optional<std::string> applicationVersion();
+
+/// Starts the timeline at the present and searches the passes anew; downloads nothing.
+void refreshPasses(AppState& state);
+
+}  // namespace veloran

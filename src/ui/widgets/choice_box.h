@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QComboBox>
+
+namespace veloran {
+
+/// A drop-down whose long labels stay readable: the closed box draws them smaller, then cuts them
+/// in the middle; the open list is as wide as they are.
+class ChoiceBox : public QComboBox {
+    Q_OBJECT
+  public:
+    static constexpr int kSmallestPixels = 11;
+
+    explicit ChoiceBox(QWidget* parent = nullptr);
+    void showPopup() override;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+}  // namespace veloran

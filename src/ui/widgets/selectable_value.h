@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QLineEdit>
+#include <string_view>
+
+#include "ui/widgets/value_label.h"
+
+namespace veloran {
+
+/// A number that the user may select and copy, by mouse, keyboard and context menu, while it
+/// changes: an update keeps what is selected, and "all" stays all.
+class SelectableValue : public QLineEdit {
+    Q_OBJECT
+  public:
+    /// Wide enough for `sample`.
+    SelectableValue(const TextStyle& style, const QString& sample, QWidget* parent = nullptr);
+
+    void setValue(std::string_view utf8);
+
+  protected:
+    void changeEvent(QEvent* event) override;
+
+  private:
+    void applyColors();
+    void fitWidth(const QString& text);
+
+    TextStyle style_;
+};
+
+}  // namespace veloran

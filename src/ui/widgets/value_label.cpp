@@ -1,0 +1,136 @@
+#include "ui/widgets/value_label.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+#include <QFontMetrics>
+#include <QPainter>
+#include <algorithm>
+
+#include "ui/theme.h"
+
+namespace veloran {
+
+namespace {
+
+/// What a screen reader hears: the label's name, if it has one, and its text.
+class AccessibleValueLabel final : public QAccessibleWidget {
+  public:
+    explicit AccessibleValueLabel(ValueLabel* label)
+        : QAccessibleWidget(label, QAccessible::StaticText), label_(label) {}
+
+    QString text(QAccessible::Text kind) const override {
+        if (kind != QAccessible::Name) return QAccessibleWidget::text(kind);
+        const QString name = label_->accessibleName();
+        return name.isEmpty() ? label_->text() : name + ' ' + label_->text();
+    }
+
+  private:
+    ValueLabel* label_;
+};
+
+QAccessibleInterface* makeAccessible(const QString&, QObject* object) {
+    auto* label = qobject_cast<ValueLabel*>(object);
+    return label ? new AccessibleValueLabel(label) : nullptr;
+}
+
+}  // namespace
+
+ValueLabel::ValueLabel(const TextStyle& style, const QString& text, QWidget* parent)
+    : QWidget(parent), style_(style) {
+    static const bool installed = [] {
+        QAccessible::installFactory(makeAccessible);
+        return true;
+    }();
+    Q_UNUSED(installed);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    setText(text);
+}
+
+void ValueLabel::setText(const QString& text) {
+    if (text == text_) return;
+    const int hintBefore = sizeHint().width();
+    text_ = text;
+    textWidth_ = widthOf(text);
+    if (reserved_ && !fixedHint_) reserved_ = std::max(*reserved_, textWidth_);
+    if (sizeHint().width() != hintBefore) updateGeometry();
+    if (QAccessible::isActive()) {
+        QAccessibleEvent event(this, QAccessible::NameChanged);
+        QAccessible::updateAccessibility(&event);
+    }
+    update();
+}
+
+void ValueLabel::setInk(Ink ink) {
+    if (ink == style_.ink) return;
+    style_.ink = ink;
+    update();
+}
+
+void ValueLabel::reserve(const QString& sample) {
+    reserved_ = std::max(widthOf(sample), textWidth_);
+    updateGeometry();
+}
+
+void ValueLabel::setWidthRange(int least, int width) {
+    reserved_ = width;
+    fixedHint_ = true;
+    setMinimumWidth(least);
+    setMaximumWidth(width);
+}
+
+void ValueLabel::setElastic() {
+    elastic_ = true;
+    updateGeometry();
+}
+
+void ValueLabel::setAlignment(Qt::Alignment horizontal) {
+    alignment_ = horizontal;
+}
+
+void ValueLabel::alignToFirstBaselineOf(const QFont& larger) {
+    baselineFont_ = larger;
+    updateGeometry();
+}
+
+QSize ValueLabel::sizeHint() const {
+    const int height = QFontMetrics(baselineFont_.value_or(font(style_.pixels))).height();
+    return {reserved_.value_or(textWidth_), height};
+}
+
+QSize ValueLabel::minimumSizeHint() const {
+    const QSize hint = sizeHint();
+    return {elastic_ ? 0 : hint.width(), hint.height()};
+}
+
+void ValueLabel::paintEvent(QPaintEvent*) {
+    if (text_.isEmpty()) return;
+    QFont drawn = font(style_.pixels);
+    QString text = text_;
+    int textWidth = textWidth_;
+    if (textWidth > width()) {
+        const int fitting = style_.pixels * width() / textWidth;
+        drawn = font(std::max(std::min(style_.pixels, kSmallestPixels), fitting));
+        text = QFontMetrics(drawn).elidedText(text_, Qt::ElideRight, width());
+        textWidth = QFontMetrics(drawn).horizontalAdvance(text);
+    }
+    const QFontMetrics lineMetrics(baselineFont_.value_or(font(style_.pixels)));
+    const int baseline = (height() - lineMetrics.height()) / 2 + lineMetrics.ascent();
+    int x = 0;
+    if (alignment_ & Qt::AlignRight) x = width() - textWidth;
+    if (alignment_ & Qt::AlignHCenter) x = (width() - textWidth) / 2;
+
+    QPainter painter(this);
+    painter.setFont(drawn);
+    painter.setPen(Theme::text(style_.ink, style_.opacity));
+    painter.drawText(x, baseline, text);
+}
+
+QFont ValueLabel::font(int pixels) const {
+    return style_.mono ? Theme::mono(pixels, style_.weight) : Theme::face(pixels, style_.weight);
+}
+
+int ValueLabel::widthOf(const QString& text) const {
+    return QFontMetrics(font(style_.pixels)).horizontalAdvance(text);
+}
+
+}  // namespace veloran

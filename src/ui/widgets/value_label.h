@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QWidget>
+#include <optional>
+#include <string_view>
+
+#include "ui/ink.h"
+
+namespace veloran {
+
+/// How a text looks; size in logical pixels.
+struct TextStyle {
+    int pixels = 13;
+    QFont::Weight weight = QFont::Normal;
+    Ink ink = Ink::primary;
+    double opacity = 1;
+    bool mono = true;
+};
+
+/// One line of text that may change many times a second: an equal text costs nothing, another one
+/// repaints this label and lays nothing out anew as long as it fits the reserved width. A text
+/// wider than the label is drawn smaller, then cut with "…".
+class ValueLabel : public QWidget {
+    Q_OBJECT
+  public:
+    /// Smallest size a text is shrunk to before it is cut.
+    static constexpr int kSmallestPixels = 9;
+
+    explicit ValueLabel(const TextStyle& style, const QString& text = {},
+                        QWidget* parent = nullptr);
+
+    const QString& text() const { return text_; }
+    void setText(const QString& text);
+    void setText(std::string_view utf8) {
+        setText(QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())));
+    }
+    const TextStyle& textStyle() const { return style_; }
+    void setInk(Ink ink);
+
+    /// Keeps room for `sample`, and from then on for the widest text seen.
+    void reserve(const QString& sample);
+    /// Exactly `width` where there is room, down to `least` where there is not.
+    void setWidthRange(int least, int width);
+    /// May become as narrow as the layout needs.
+    void setElastic();
+    void setAlignment(Qt::Alignment horizontal);
+    /// Draws on the baseline of a larger text beside it, and takes its height.
+    void alignToFirstBaselineOf(const QFont& larger);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    QFont font(int pixels) const;
+    int widthOf(const QString& text) const;
+
+    TextStyle style_;
+    QString text_;
+    int textWidth_ = 0;
+    std::optional<int> reserved_;
+    bool fixedHint_ = false;
+    bool elastic_ = false;
+    Qt::Alignment alignment_ = Qt::AlignLeft;
+    std::optional<QFont> baselineFont_;
+};
+
+}  // namespace veloran
