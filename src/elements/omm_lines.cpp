@@ -124,9 +124,9 @@ std::string formatExponentNotation(double value) {
 }
 
 std::string padOrTruncate(std::string_view text, std::size_t width) {
-    std::string result;
     const auto kept = characters(text, width);
-    for (const auto character : kept) result += character;
+    std::string result;
+    if (!kept.empty()) result.assign(kept.front().data(), kept.back().data() + kept.back().size());
     result.append(width - kept.size(), ' ');
     return result;
 }
