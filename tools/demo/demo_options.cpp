@@ -1,0 +1,66 @@
+#include "demo/demo_options.h"
+
+#include <fmt/format.h>
+
+#include <QCommandLineParser>
+#include <cstdlib>
+
+#include "base/text.h"
+
+namespace veloran {
+namespace {
+
+[[noreturn]] void refuse(const QString& option, const QString& value) {
+    fmt::print(stderr, "veloran-demo: --{} cannot be \"{}\"\n", option.toStdString(),
+               value.toStdString());
+    std::exit(2);
+}
+
+double number(const QCommandLineParser& parser, const QString& option, double low, double high) {
+    const QString text = parser.value(option);
+    const auto value = parseDouble(text.toStdString());
+    if (!value || *value < low || *value > high) refuse(option, text);
+    return *value;
+}
+
+QSize size(const QCommandLineParser& parser) {
+    const QString text = parser.value("size");
+    const QStringList sides = text.split('x');
+    const int width = sides.value(0).toInt();
+    const int height = sides.value(1).toInt();
+    if (sides.size() != 2 || width < 1 || width > 8192 || height < 1 || height > 8192) {
+        refuse("size", text);
+    }
+    return {width, height};
+}
+
+}  // namespace
+
+DemoOptions readDemoOptions(const QApplication& application) {
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        "Veloran at work: sample satellites from a local server, a simulated radio, and the pass "
+        "under way or the next one, tracked. Everything in a throw-away home.");
+    parser.addHelpOption();
+    parser.addOptions({
+        {"seconds", "End after this long; without it the closed window ends.", "N"},
+        {"screenshot", "Write a picture of the window at the end.", "FILE"},
+        {"log", "Write what the radio sends and receives.", "FILE"},
+        {"size", "Size of the window.", "WxH", "1200x800"},
+        {"dark", "Dark colours."},
+        {"light", "Light colours."},
+        {"rate", "Updates of the radio a second, 1 to 50.", "HZ", "10"},
+    });
+    parser.process(application);
+
+    DemoOptions options;
+    if (parser.isSet("seconds")) options.seconds = number(parser, "seconds", 0, 1e6);
+    options.screenshot = parser.value("screenshot");
+    options.log = parser.value("log");
+    options.size = size(parser);
+    if (parser.isSet("dark") || parser.isSet("light")) options.dark = parser.isSet("dark");
+    options.rateHz = number(parser, "rate", 1, 50);
+    return options;
+}
+
+}  // namespace veloran

@@ -1,0 +1,71 @@
+#include "demo/demo_report.h"
+
+#include <fmt/format.h>
+#include <sys/resource.h>
+
+namespace veloran {
+namespace {
+
+double processorSeconds() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const auto seconds = [](const timeval& t) {
+        return static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_usec) * 1e-6;
+    };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+std::string passText(const std::optional<PassInfo>& picked, Instant now) {
+    if (!picked) return "none";
+    return fmt::format("{}, {} to {}, highest {} ({})", picked->satName(), picked->riseTimeUTC(),
+                       picked->setTimeUTC(), picked->maxElString(),
+                       picked->pass.riseTime <= now ? "under way" : "to come");
+}
+
+std::string channelText(const std::optional<Transmitter>& channel) {
+    return channel ? channel->label() : "none";
+}
+
+std::string tuningText(const char* name, const std::optional<SatChannel>& channel) {
+    if (!channel) return fmt::format("{} never set", name);
+    return fmt::format("{} {:.0f} Hz {:+.1f} Hz {:+.3f} Hz/s", name, channel->restHz,
+                       channel->dopplerHz, channel->rateHzS.value_or(0));
+}
+
+std::string fileText(const QString& name) {
+    return name.isEmpty() ? "none" : name.toStdString();
+}
+
+}  // namespace
+
+std::string demoReport(const AppState& state, const std::optional<PassInfo>& picked,
+                       const SimulatedRadio& radio, const DemoOptions& options) {
+    const auto& tuned = radio.radio();
+    std::string text;
+    const auto line = [&text](const char* name, const std::string& value) {
+        text += fmt::format("{:<12}{}\n", name, value);
+    };
+    line("satellites", fmt::format("{} loaded, {} selected", state.satellites->size(),
+                                   state.selectedSatellites().size()));
+    line("passes", fmt::format("{} in the next 24 h", state.allPassesSorted().size()));
+    line("pass", passText(picked, state.now()));
+    line("channel", channelText(state.selectedTransmitter));
+    line("radio",
+         fmt::format("{}, dialect {}, {}", state.rigConnected ? "connected" : "not connected",
+                     rawValue(state.rigProtocolMode),
+                     tuned.isArmed() ? "armed for " + tuned.armedName() : "not armed"));
+    line("received", fmt::format("{} downlink and {} uplink updates, {} plain frequencies",
+                                 radio.received("\\sat_dl").size(),
+                                 radio.received("\\sat_ul").size(), radio.received("F ").size()));
+    line("last",
+         tuningText("downlink", tuned.downlink()) + "; " + tuningText("uplink", tuned.uplink()));
+    line("look angles", fmt::format("azimuth {:.1f}, elevation {:.1f}, range {:.0f} km",
+                                    state.currentAzimuth.get(), state.currentElevation.get(),
+                                    state.currentRange.get()));
+    line("files",
+         fmt::format("picture {}, log {}", fileText(options.screenshot), fileText(options.log)));
+    line("processor", fmt::format("{:.2f} s used", processorSeconds()));
+    return text;
+}
+
+}  // namespace veloran

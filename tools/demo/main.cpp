@@ -1,0 +1,83 @@
+// Shows the program at work without a network, a radio or settings of one's own: the same parts as
+// the program's main(), beside local servers.
+
+#include <fmt/format.h>
+
+#include <QApplication>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <clocale>
+#include <cstdio>
+
+#include "app/desktop_machine.h"
+#include "demo/demo.h"
+#include "demo/demo_options.h"
+#include "demo/demo_report.h"
+#include "demo/local_station.h"
+#include "sample_catalogue/sample_catalogue.h"
+#include "ui/main_window.h"
+#include "ui/theme.h"
+
+namespace {
+
+using namespace veloran;
+
+bool isDark(const DemoOptions& options) {
+    return options.dark.value_or(QApplication::palette().color(QPalette::Window).lightness() < 128);
+}
+
+void pointAtStation(AppState& state, const LocalStation& station, double rateHz) {
+    state.subscribedCategories = std::set<std::string>{"amateur", "stations", "weather"};
+    state.rigHost = std::string("127.0.0.1");
+    state.rigPort = std::int64_t{station.radio().port()};
+    state.dopplerUpdateHz = rateHz;
+}
+
+/// 0, or 1 when there was nothing to show or the picture could not be written.
+int finish(const AppState& state, const Demo& demo, const LocalStation& station, QWidget& window,
+           const DemoOptions& options) {
+    const bool saved = options.screenshot.isEmpty() || window.grab().save(options.screenshot);
+    fmt::print("{}", demoReport(state, demo.pickedPass(), station.radio(), options));
+    if (!saved) {
+        fmt::print(stderr, "veloran-demo: {} cannot be written\n",
+                   options.screenshot.toStdString());
+    }
+    std::fflush(stdout);
+    return saved && demo.pickedPass() ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    std::setlocale(LC_NUMERIC, "C");
+    QApplication::setApplicationName("Veloran");
+    QApplication::setApplicationVersion(VELORAN_VERSION);
+    const DemoOptions options = readDemoOptions(application);
+    Theme::apply(isDark(options));
+
+    const QTemporaryDir home;
+    DesktopMachine desktop(home.path().toStdString(), home.filePath("settings.json").toStdString());
+    LocalStation station(options.log);
+    if (const auto trouble = station.start(startOfDay(desktop.clock.now())); !trouble.empty()) {
+        fmt::print(stderr, "veloran-demo: {}\n", trouble);
+        return 1;
+    }
+
+    AppConfig config;
+    config.elementServiceBase = station.elements().base();
+    const auto state = AppState::create(desktop.machine, config);
+    pointAtStation(*state, station, options.rateHz);
+
+    MainWindow window(state);
+    window.resize(options.size);
+    window.show();
+    Demo demo(state);
+    demo.start(desktop.loop);
+    if (options.seconds) {
+        QTimer::singleShot(static_cast<int>(*options.seconds * 1000), &application,
+                           &QApplication::quit);
+    }
+    QApplication::exec();
+    return finish(*state, demo, station, window, options);
+}
