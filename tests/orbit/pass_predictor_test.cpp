@@ -111,6 +111,30 @@ TEST(PassPredictor, DipBelowOneDegreeMakesTwoPasses) {
     EXPECT_NEAR(passes[1].riseTime - kStart, 960.0, 1e-5);
 }
 
+TEST(PassPredictor, LastOfSeveralCrossingsIsTheSet) {
+    // The highest sample is at 600 s, the first well below at 1000 s. Of the twenty parts between
+    // them only the end of the last but one, at 980 s, sees the short stay above 0.
+    const auto passes = passesOf(body([](double s) {
+        if (s < 600.0) return -20.0;
+        if (s < 650.0) return 10.0;
+        if (s >= 975.0 && s < 985.0) return 5.0;
+        return s < 995.0 ? -0.5 : -5.0;
+    }));
+    ASSERT_EQ(passes.size(), 1U);
+    EXPECT_NEAR(passes[0].setTime - kStart, 985.0, 1e-5);
+}
+
+TEST(PassPredictor, RiseTakesTwentyFiveBisections) {
+    int samples = 0;
+    const auto passes = passesOf(body([&](double) {
+                                     ++samples;
+                                     return 40.0;
+                                 }),
+                                 5.0 / 3600.0);
+    EXPECT_TRUE(passes.empty());     // too short to count
+    EXPECT_EQ(samples, 1 + 25 + 1);  // the search, the bisections, the azimuth
+}
+
 TEST(PassPredictor, PassUnderThirtySecondsIsDropped) {
     EXPECT_TRUE(passesOf(body(window(600.0, 629.0))).empty());
     EXPECT_TRUE(passesOf(body(window(600.0, 629.9999))).empty());
