@@ -12,6 +12,9 @@ namespace {
 namespace json = boost::json;
 
 constexpr std::size_t kMaxDepth = 32;
+/// A value takes 24 bytes and more, of a text of two bytes: this keeps a hostile text of the
+/// largest size from taking gigabytes. The whole catalogue has 200,000.
+constexpr std::size_t kMostValues = 4'000'000;
 
 /// Builds the value as Boost's own parser does, but for the conversion of numbers.
 class ExactHandler {
@@ -29,15 +32,21 @@ class ExactHandler {
     bool on_document_begin(Error&) { return true; }
     bool on_document_end(Error&) { return true; }
     bool on_object_begin(Error&) { return true; }
-    bool on_object_end(std::size_t size, Error&) { return stack_.push_object(size), true; }
+    bool on_object_end(std::size_t size, Error& error) {
+        return stack_.push_object(size), countOne(error);
+    }
     bool on_array_begin(Error&) { return true; }
-    bool on_array_end(std::size_t size, Error&) { return stack_.push_array(size), true; }
+    bool on_array_end(std::size_t size, Error& error) {
+        return stack_.push_array(size), countOne(error);
+    }
     bool on_key_part(Text part, std::size_t, Error&) { return stack_.push_chars(part), true; }
     bool on_key(Text part, std::size_t, Error&) { return stack_.push_key(part), true; }
     bool on_string_part(Text part, std::size_t, Error&) { return stack_.push_chars(part), true; }
-    bool on_string(Text part, std::size_t, Error&) { return stack_.push_string(part), true; }
-    bool on_null(Error&) { return stack_.push_null(), true; }
-    bool on_bool(bool value, Error&) { return stack_.push_bool(value), true; }
+    bool on_string(Text part, std::size_t, Error& error) {
+        return stack_.push_string(part), countOne(error);
+    }
+    bool on_null(Error& error) { return stack_.push_null(), countOne(error); }
+    bool on_bool(bool value, Error& error) { return stack_.push_bool(value), countOne(error); }
     bool on_comment_part(Text, Error&) { return true; }
     bool on_comment(Text, Error&) { return true; }
 
@@ -45,28 +54,35 @@ class ExactHandler {
         digits_.append(part.data(), part.size());
         return true;
     }
-    bool on_int64(std::int64_t value, Text, Error&) {
+    bool on_int64(std::int64_t value, Text, Error& error) {
         digits_.clear();
-        return stack_.push_int64(value), true;
+        return stack_.push_int64(value), countOne(error);
     }
-    bool on_uint64(std::uint64_t value, Text, Error&) {
+    bool on_uint64(std::uint64_t value, Text, Error& error) {
         digits_.clear();
-        return stack_.push_uint64(value), true;
+        return stack_.push_uint64(value), countOne(error);
     }
-    bool on_double(double roughly, Text rest, Error&) {
+    bool on_double(double roughly, Text rest, Error& error) {
         digits_.append(rest.data(), rest.size());
         double exact = roughly;
         // Out of range leaves `exact` alone: infinity or zero, as the parser had it.
         std::from_chars(digits_.data(), digits_.data() + digits_.size(), exact);
         digits_.clear();
-        return stack_.push_double(exact), true;
+        return stack_.push_double(exact), countOne(error);
     }
 
     json::value release() { return stack_.release(); }
 
   private:
+    bool countOne(Error& error) {
+        if (++count_ <= kMostValues) return true;
+        error = json::error::array_too_large;
+        return false;
+    }
+
     json::value_stack stack_;
     std::string digits_;
+    std::size_t count_ = 0;
 };
 
 }  // namespace

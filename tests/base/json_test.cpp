@@ -47,5 +47,11 @@ TEST(ParseJson, RefusesDeepNestingWithoutHarm) {
     EXPECT_TRUE(parseJson(std::string(20, '[') + std::string(20, ']')));
 }
 
+TEST(ParseJson, RefusesMillionsOfValuesBeforeTheyFillTheMemory) {
+    std::string text = "[0";
+    for (int i = 0; i < 5'000'000; ++i) text += ",0";
+    EXPECT_FALSE(parseJson(text + "]"));
+}
+
 }  // namespace
 }  // namespace veloran
