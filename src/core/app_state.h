@@ -162,8 +162,7 @@ class AppState : public std::enable_shared_from_this<AppState> {
     void loadBuiltinTransmitters();
     void fetchElements();
     void buildSatellites(std::vector<TLEData> elements);
-    void showSatellites(std::vector<SatellitePtr> bodies);
-    double oldestElementAge() const;
+    void showSatellites(std::vector<SatellitePtr> bodies, double oldestElements);
 
     struct PassRun;
     void storePasses(PassRun& run, std::size_t index, std::shared_ptr<const PassList> passes);

@@ -36,6 +36,13 @@ SatellitePtr makeSatellite(TLEData tle) {
     return satellite;
 }
 
+double oldestAge(const TLEManager& manager, const std::vector<std::string>& keys) {
+    const double age = manager.oldestCacheAge(keys);
+    // A time stamp file that claims the beginning of time says as little as none.
+    constexpr double kOldestClaim = 1e12;
+    return age > kOldestClaim ? TLEManager::kUnknownAge : age;
+}
+
 }  // namespace
 
 void AppState::loadData() {
@@ -52,18 +59,20 @@ void AppState::fetchElements() {
 
 /// Bodies nobody else has seen yet may be made on any thread; a large catalogue takes a while.
 void AppState::buildSatellites(std::vector<TLEData> elements) {
-    machine_.workers.run([weak = weak_from_this(), &loop = machine_.loop,
+    const auto& groups = subscribedCategories.get();
+    machine_.workers.run([weak = weak_from_this(), &loop = machine_.loop, manager = elements_,
+                          keys = std::vector<std::string>(groups.begin(), groups.end()),
                           shared = std::make_shared<std::vector<TLEData>>(std::move(elements))] {
         std::vector<SatellitePtr> bodies;
         bodies.reserve(shared->size());
         for (auto& tle : *shared) bodies.push_back(makeSatellite(std::move(tle)));
-        loop.post([weak, bodies = std::move(bodies)]() mutable {
-            if (const auto self = weak.lock()) self->showSatellites(std::move(bodies));
+        loop.post([weak, bodies = std::move(bodies), age = oldestAge(manager, keys)]() mutable {
+            if (const auto self = weak.lock()) self->showSatellites(std::move(bodies), age);
         });
     });
 }
 
-void AppState::showSatellites(std::vector<SatellitePtr> bodies) {
+void AppState::showSatellites(std::vector<SatellitePtr> bodies, double oldestElements) {
     for (const auto& satellite : bodies) {
         if (const auto known = transmitterDB_.find(satellite->id); known != transmitterDB_.end()) {
             satellite->transmitters = known->second;
@@ -77,23 +86,21 @@ void AppState::showSatellites(std::vector<SatellitePtr> bodies) {
 
     if (selectedSatelliteIds->empty()) selectDefaults();
     isLoadingTLEs = false;
-    tleAge = oldestElementAge();
+    tleAge = oldestElements;
     statusMessage = statusLoaded(satellites->size(), tleAge);
     computeAllPasses();
     startPassUpdateTimer();
 }
 
-double AppState::oldestElementAge() const {
-    const auto& groups = subscribedCategories.get();
-    const double age = elements_.oldestCacheAge({groups.begin(), groups.end()});
-    // A time stamp file that claims the beginning of time says as little as none.
-    constexpr double kOldestClaim = 1e12;
-    return age > kOldestClaim ? TLEManager::kUnknownAge : age;
-}
-
+/// The stamps go on a worker, where a slow disk holds nobody up; the load begins behind that.
 void AppState::refreshTLEs() {
-    for (const auto& key : subscribedCategories.get()) elements_.forgetTimestamp(key);
-    loadData();
+    const auto& groups = subscribedCategories.get();
+    machine_.workers.run([manager = elements_, load = weakly(&AppState::loadData),
+                          &loop = machine_.loop,
+                          keys = std::vector<std::string>(groups.begin(), groups.end())]() mutable {
+        for (const auto& key : keys) manager.forgetTimestamp(key);
+        loop.post(load);
+    });
 }
 
 std::vector<SatellitePtr> AppState::celestialBodies() const {

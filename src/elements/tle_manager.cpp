@@ -26,6 +26,12 @@ struct CachedGroup {
     std::filesystem::path timestampFile;
 };
 
+/// What the disk holds of a group. The list of a fresh one may be absent all the same.
+struct CacheLook {
+    bool isFresh = false;
+    OptionalList list;
+};
+
 /// What one fetchCategories has collected so far. Main thread only.
 struct Gathering {
     std::vector<ElementList> fresh;  ///< by position of the key
@@ -44,6 +50,13 @@ OptionalList readGroup(const FileStore& files, const CachedGroup& group) {
     const auto text = files.read(group.cacheFile);
     if (!text || !isValidUtf8(*text)) return std::nullopt;
     return decodeGroup(*text, group.key);
+}
+
+CacheLook lookInCache(const Machine& machine, const CachedGroup& group) {
+    const auto stamp = machine.files.read(group.timestampFile);
+    const double now = machine.clock.now().unixSeconds();
+    if (cache_age::isStale(stamp, now, TLEManager::kMaxAgeHours)) return {};
+    return {true, readGroup(machine.files, group)};
 }
 
 /// The answer is kept before anybody looks at it: an error page replaces the cached group and
@@ -65,7 +78,7 @@ void onWorker(const Machine& machine, Work work, Then then) {
     machine.workers.run([machine, work = std::move(work), then = std::move(then)]() mutable {
         auto result = std::make_shared<decltype(work())>(work());
         // Moved, so that what `then` holds is let go on the main thread too.
-        machine.loop.post([result, then = std::move(then)] { then(std::move(*result)); });
+        machine.loop.post([result, then = std::move(then)]() mutable { then(std::move(*result)); });
     });
 }
 
@@ -151,7 +164,7 @@ std::optional<std::vector<TLEData>> TLEManager::loadCached(std::string_view key)
     return readGroup(machine_.files, {std::string(key), cacheFile(key), timestampFile(key)});
 }
 
-void TLEManager::fetchCategory(const std::string& key, OptionalListCompletion completion) {
+void TLEManager::fetchCategory(const std::string& key, OptionalListCompletion completion) const {
     const auto category = categoryForKey(key);
     if (!category || !readsAsUrl(category->url)) {
         machine_.loop.post([completion = std::move(completion)] { completion(std::nullopt); });
@@ -167,7 +180,8 @@ void TLEManager::fetchCategory(const std::string& key, OptionalListCompletion co
     });
 }
 
-void TLEManager::fetchCategories(const std::vector<std::string>& keys, ListCompletion completion) {
+void TLEManager::fetchCategories(const std::vector<std::string>& keys,
+                                 ListCompletion completion) const {
     const auto gathering = std::make_shared<Gathering>();
     gathering->fresh.resize(keys.size());
     gathering->pending = keys.size() + 1;  // one for this loop, so that no key may end it early
@@ -180,21 +194,18 @@ void TLEManager::fetchCategories(const std::vector<std::string>& keys, ListCompl
             completion);
     };
     for (std::size_t i = 0; i < keys.size(); ++i) {
-        const auto& key = keys[i];
-        if (isCacheStale(key)) {
-            fetchCategory(key, [gathering, leave](OptionalList list) {
+        const CachedGroup group{keys[i], cacheFile(keys[i]), timestampFile(keys[i])};
+        const auto download = [manager = *this, key = keys[i], gathering, leave] {
+            manager.fetchCategory(key, [gathering, leave](OptionalList list) {
                 if (list) gathering->downloaded.push_back(std::move(*list));
                 leave();
             });
-            continue;
-        }
+        };
         onWorker(
-            machine_,
-            [machine = machine_, group = CachedGroup{key, cacheFile(key), timestampFile(key)}] {
-                return readGroup(machine.files, group);
-            },
-            [gathering, leave, i](OptionalList list) {
-                if (list) gathering->fresh[i] = std::move(*list);
+            machine_, [machine = machine_, group] { return lookInCache(machine, group); },
+            [gathering, leave, download, i](CacheLook look) {
+                if (!look.isFresh) return download();
+                if (look.list) gathering->fresh[i] = std::move(*look.list);
                 leave();
             });
     }
@@ -202,7 +213,7 @@ void TLEManager::fetchCategories(const std::vector<std::string>& keys, ListCompl
 }
 
 void TLEManager::fetchByNoradId(std::int64_t noradId,
-                                std::function<void(std::optional<TLEData>)> completion) {
+                                std::function<void(std::optional<TLEData>)> completion) const {
     const auto decodeFirst = [](const std::optional<std::string>& body) -> std::optional<TLEData> {
         if (!body || !isValidUtf8(*body)) return std::nullopt;
         auto sets = parseAuto(*body);
@@ -225,7 +236,7 @@ double TLEManager::oldestCacheAge(const std::vector<std::string>& keys) const {
     return cache_age::oldest(timestamps, machine_.clock.now().unixSeconds());
 }
 
-void TLEManager::forgetTimestamp(std::string_view key) {
+void TLEManager::forgetTimestamp(std::string_view key) const {
     machine_.files.remove(timestampFile(key));
 }
 

@@ -55,17 +55,17 @@ class TLEManager {
     std::optional<std::vector<TLEData>> loadCached(std::string_view key) const;
     /// Downloads, caches and decodes one group; falls back to its cache, then to nothing.
     /// `completion` is called once, later, on the main thread, here and in all that follow.
-    void fetchCategory(const std::string& key, OptionalListCompletion completion);
+    void fetchCategory(const std::string& key, OptionalListCompletion completion) const;
     /// Fresh caches in the order of their keys, then downloads in the order they come in, then the
     /// imported sets, merged. A fresh group causes no request.
-    void fetchCategories(const std::vector<std::string>& keys, ListCompletion completion);
+    void fetchCategories(const std::vector<std::string>& keys, ListCompletion completion) const;
     /// Downloads one set, with no group and no cache.
     void fetchByNoradId(std::int64_t noradId,
-                        std::function<void(std::optional<TLEData>)> completion);
+                        std::function<void(std::optional<TLEData>)> completion) const;
     /// Seconds since the oldest download among the keys; 0 without keys.
     double oldestCacheAge(const std::vector<std::string>& keys) const;
     /// Makes the group stale, so that the next fetch downloads it.
-    void forgetTimestamp(std::string_view key);
+    void forgetTimestamp(std::string_view key) const;
 
   private:
     std::optional<TLECategory> categoryForKey(std::string_view key) const;

@@ -277,6 +277,7 @@ TEST_F(TLEManagerTest, EveryStaleGroupIsAskedForAtOnce) {
         EXPECT_THAT(names(list), ElementsAre("A", "W"));
         finished = simulated.loop.now().unixSeconds();
     });
+    simulated.loop.runPosted();
     EXPECT_EQ(simulated.http.requests.size(), 3u);
     simulated.loop.advance(60);
     EXPECT_EQ(finished - start, 5);
