@@ -36,9 +36,8 @@ std::uint16_t freePort() {
     return server.serverPort();
 }
 
-RealMachine::RealMachine()
-    : files(home.path().toStdString()),
-      settings(std::filesystem::path(home.path().toStdString()) / "settings.json", loop) {}
+TemporaryMachine::TemporaryMachine()
+    : desktop_(home_.path().toStdString(), home_.filePath("settings.json").toStdString()) {}
 
 SampleElementService::SampleElementService() {
     std::ifstream file(VELORAN_SAMPLE_SATELLITES, std::ios::binary);
@@ -53,42 +52,42 @@ SampleElementService::SampleElementService() {
 }
 
 Station::Station()
-    : state(AppState::create(machine.machine,
-                             {.elementServiceBase = elements.base(), .transmitterFile = {}})) {}
+    : state_(AppState::create(machine_.machine(),
+                              {.elementServiceBase = elements_.base(), .transmitterFile = {}})) {}
 
 void Station::load() {
-    state->subscribedCategories = std::set<std::string>{"amateur"};
-    state->loadData();
-    ASSERT_TRUE(spinUntil([&] { return !state->isLoadingTLEs.get(); }));
-    ASSERT_GT(state->satellites->size(), 10u);
+    state_->subscribedCategories = std::set<std::string>{"amateur"};
+    state_->loadData();
+    ASSERT_TRUE(spinUntil([&] { return !state_->isLoadingTLEs.get(); }));
+    ASSERT_GT(state_->satellites->size(), 10u);
 }
 
 void Station::track(std::uint16_t radioPort, double hz) {
     constexpr std::int64_t kRs44 = 44909;
-    state->rigHost = std::string("127.0.0.1");
-    state->rigPort = std::int64_t{radioPort};
-    state->dopplerUpdateHz = hz;
-    const auto& satellites = state->satellites.get();
+    state_->rigHost = std::string("127.0.0.1");
+    state_->rigPort = std::int64_t{radioPort};
+    state_->dopplerUpdateHz = hz;
+    const auto& satellites = state_->satellites.get();
     const auto found = std::ranges::find(satellites, kRs44, &Satellite::id);
     ASSERT_NE(found, satellites.end());
     const auto channels = (*found)->downlinkTransmitters();
     const auto transponder = std::ranges::find(channels, true, &Transmitter::inverting);
     ASSERT_NE(transponder, channels.end());
     moveUnder(**found);
-    state->startTracking(*found, *transponder);
-    ASSERT_TRUE(state->selectedUplinkTransmitter.get());
+    state_->startTracking(*found, *transponder);
+    ASSERT_TRUE(state_->selectedUplinkTransmitter.get());
 }
 
 void Station::moveUnder(const Satellite& satellite) {
     double best = -90;
-    const Instant now = machine.clock.now();
+    const Instant now = state_->now();
     for (int latitude = -80; latitude <= 80; latitude += 5) {
         for (int longitude = -180; longitude < 180; longitude += 5) {
             const auto seen = satellite.observe(now, latitude, longitude, 0);
             if (!seen || seen->elevation <= best) continue;
             best = seen->elevation;
-            state->obsLatitude = double{1.0 * latitude};
-            state->obsLongitude = double{1.0 * longitude};
+            state_->obsLatitude = double{1.0 * latitude};
+            state_->obsLongitude = double{1.0 * longitude};
         }
     }
 }
@@ -119,6 +118,7 @@ LoopWatch::LoopWatch() : last_(steadySeconds()) {
         const double now = steadySeconds();
         longest_ = std::max(longest_, now - last_);
         last_ = now;
+        ++beats_;
     });
     timer_.start(10);
 }

@@ -8,15 +8,8 @@
 #include <memory>
 #include <string>
 
+#include "app/desktop_machine.h"
 #include "core/app_state.h"
-#include "platform/machine.h"
-#include "qt/disk_files.h"
-#include "qt/disk_settings.h"
-#include "qt/qt_http_client.h"
-#include "qt/qt_main_loop.h"
-#include "qt/qt_tcp_network.h"
-#include "qt/system_clock.h"
-#include "qt/thread_workers.h"
 #include "servers/http_server.h"
 
 namespace veloran::test {
@@ -28,19 +21,15 @@ namespace veloran::test {
 /// A port of 127.0.0.1 on which nothing listens.
 std::uint16_t freePort();
 
-/// The program's real adapters in a throw-away home.
-struct RealMachine {
-    RealMachine();
+/// The desktop program's machine in a throw-away home.
+class TemporaryMachine {
+  public:
+    TemporaryMachine();
+    const Machine& machine() const { return desktop_.machine; }
 
-    QTemporaryDir home;
-    SystemClock clock;
-    QtMainLoop loop;
-    ThreadWorkers workers;
-    DiskFiles files;
-    DiskSettings settings;
-    QtHttpClient http{loop};
-    QtTcpNetwork tcp{loop};
-    Machine machine{clock, loop, workers, settings, files, http, tcp};
+  private:
+    QTemporaryDir home_;
+    DesktopMachine desktop_;
 };
 
 /// The element service: the sample satellites with today's elements, by group.
@@ -64,12 +53,14 @@ class Station {
     /// from where it stands highest: there its frequency changes fastest.
     void track(std::uint16_t radioPort, double hz = 20);
 
-    RealMachine machine;
-    SampleElementService elements;
-    std::shared_ptr<AppState> state;
+    std::shared_ptr<AppState> state() const { return state_; }
 
   private:
     void moveUnder(const Satellite& satellite);
+
+    TemporaryMachine machine_;
+    SampleElementService elements_;
+    std::shared_ptr<AppState> state_;
 };
 
 /// The corrected downlink at each tick since this was made, in whole hertz as a radio gets it.
@@ -95,11 +86,13 @@ class LoopWatch {
   public:
     LoopWatch();
     double longestGapSeconds() const { return longest_; }
+    std::size_t beats() const { return beats_; }
 
   private:
     QTimer timer_;
     double last_;
     double longest_ = 0;
+    std::size_t beats_ = 0;
 };
 
 double steadySeconds();

@@ -10,6 +10,7 @@
 
 #include "base/text.h"
 #include "scenarios/real_station.h"
+#include "ui/main_window.h"
 
 namespace veloran {
 namespace {
@@ -99,7 +100,7 @@ class RigctldStory : public testing::Test {
         ASSERT_NO_FATAL_FAILURE(station.load());
         ASSERT_TRUE(reader.connect(port));
     }
-    AppState& state() { return *station.state; }
+    AppState& state() { return *station.state(); }
     /// Waits until the radio stands on the frequency of the newest tick.
     bool radioFollows(FrequencyReader& client, const TickHistory& history) {
         if (!spinUntil([&] { return history.ticks() > 2; })) return false;
@@ -117,7 +118,7 @@ class RigctldStory : public testing::Test {
 
 TEST_F(RigctldStory, RadioFollowsTheCorrectedDownlinkTruncatedToTheHertz) {
     ASSERT_NO_FATAL_FAILURE(station.track(port));
-    const TickHistory history(station.state);
+    const TickHistory history(station.state());
     ASSERT_TRUE(
         spinUntil([&] { return state().rigProtocolMode.get() == RigProtocolMode::classic; }));
     ASSERT_TRUE(radioFollows(reader, history));
@@ -138,9 +139,12 @@ TEST_F(RigctldStory, RadioFollowsTheCorrectedDownlinkTruncatedToTheHertz) {
 
 TEST_F(RigctldStory, KilledServerThatComesBackIsTrackedAgainWithinFiveSeconds) {
     ASSERT_NO_FATAL_FAILURE(station.track(port));
-    const TickHistory history(station.state);
+    const TickHistory history(station.state());
     ASSERT_TRUE(radioFollows(reader, history));
 
+    MainWindow window(station.state());
+    window.show();
+    ASSERT_TRUE(spinUntil([&] { return !state().isLoadingTLEs.get(); }));
     const LoopWatch watch;
     server.kill();
     ASSERT_TRUE(spinUntil([&] { return !state().rigConnected.get(); }));

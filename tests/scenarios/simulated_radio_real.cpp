@@ -23,7 +23,7 @@ class SatProtoStory : public testing::Test {
         ASSERT_TRUE(radio.start());
         ASSERT_NO_FATAL_FAILURE(station.load());
     }
-    AppState& state() { return *station.state; }
+    AppState& state() { return *station.state(); }
     std::size_t count(std::string_view command) { return radio.received(command).size(); }
     bool waitForMore(std::string_view command, std::size_t howMany) {
         return spinUntil(
@@ -113,15 +113,15 @@ TEST_P(ClassicAnswers, EndInTheClassicDialectAndAWorkingRadio) {
     ASSERT_NO_FATAL_FAILURE(station.load());
     ASSERT_NO_FATAL_FAILURE(station.track(radio.port()));
     ASSERT_TRUE(spinUntil(
-        [&] { return station.state->rigProtocolMode.get() == RigProtocolMode::classic; }));
+        [&] { return station.state()->rigProtocolMode.get() == RigProtocolMode::classic; }));
 
     const auto tuned = radio.received("F ").size();
     ASSERT_TRUE(spinUntil([&] { return radio.received("F ").size() >= tuned + 10; }));
-    station.state->stopTracking();
-    const auto last = static_cast<std::int64_t>(station.state->currentCorrectedFreq.get());
+    station.state()->stopTracking();
+    const auto last = static_cast<std::int64_t>(station.state()->currentCorrectedFreq.get());
     EXPECT_TRUE(spinUntil([&] { return radio.radio().frequency() == last; }));
     EXPECT_THAT(radio.received("\\"), ElementsAre("\\sat_caps"));
-    EXPECT_TRUE(station.state->rigConnected.get());
+    EXPECT_TRUE(station.state()->rigConnected.get());
 }
 
 INSTANTIATE_TEST_SUITE_P(Probe, ClassicAnswers,

@@ -2,22 +2,27 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <set>
 
 #include "elements/omm_parser.h"
+#include "transmitters/transmitter.h"
 
 namespace veloran {
 namespace {
 
 constexpr Instant kSomeDay{793843200.0};  // 2026-02-27 00:00 UTC
 
+std::string content(const char* path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
 std::vector<SampleSatellite> sample() {
-    std::ifstream file(VELORAN_SAMPLE_SATELLITES, std::ios::binary);
-    const std::string csv{std::istreambuf_iterator<char>(file), {}};
-    return readSampleCatalogue(csv).value_or(std::vector<SampleSatellite>{});
+    return readSampleCatalogue(content(VELORAN_SAMPLE_SATELLITES))
+        .value_or(std::vector<SampleSatellite>{});
 }
 
 TEST(SampleCatalogue, HoldsAtLeastTwentyFiveBodiesWithOneNumberEach) {
@@ -42,6 +47,19 @@ TEST(SampleCatalogue, EveryGroupReadsAsMessagesOfTheDay) {
         }
     }
     EXPECT_EQ(total, sample().size() + 1);  // the ISS stands in two groups
+}
+
+TEST(SampleCatalogue, ChannelsAreThoseOfSampleSatellites) {
+    const auto channels = decodeTransmitterDatabase(content(VELORAN_SAMPLE_TRANSMITTERS));
+    ASSERT_TRUE(channels);
+    EXPECT_GE(channels->size(), 25u);
+    const auto satellites = sample();
+    for (const auto& [noradId, list] : *channels) {
+        EXPECT_NE(std::ranges::find(satellites, noradId, &SampleSatellite::noradId),
+                  satellites.end())
+            << noradId;
+        EXPECT_FALSE(list.empty()) << noradId;
+    }
 }
 
 TEST(SampleCatalogue, GroupWithoutMembersIsAnEmptyArray) {

@@ -11,22 +11,29 @@ namespace {
 
 constexpr double kLookSeconds = 0.1;
 
-std::optional<Transmitter> channelToShow(const AppState& state, const Satellite& satellite) {
+std::optional<Transmitter> transponderDownlink(const Satellite& satellite) {
     for (const auto& choice : buildTransmitterSelections(satellite.transmitters)) {
         if (choice.pair()) return choice.downlink();
     }
-    return state.preferredTransmitter(satellite);
+    return {};
 }
 
 }  // namespace
 
 std::optional<PassInfo> passToShow(const AppState& state) {
+    std::optional<PassInfo> best;
     for (const auto& [satellite, pass] : state.allPassesSorted()) {
         if (pass.setTime <= state.now() || !satellite->primaryDownlink()) continue;
-        return PassInfo{
-            .satellite = satellite, .pass = pass, .transmitter = channelToShow(state, *satellite)};
+        if (best && pass.riseTime > state.now()) break;
+        const auto transponder = transponderDownlink(*satellite);
+        if (best && !transponder) continue;
+        best = PassInfo{
+            .satellite = satellite,
+            .pass = pass,
+            .transmitter = transponder ? transponder : state.preferredTransmitter(*satellite)};
+        if (transponder) break;
     }
-    return {};
+    return best;
 }
 
 Demo::Demo(std::shared_ptr<AppState> state) : state_(std::move(state)) {}

@@ -32,8 +32,9 @@ class Demo {
     std::unique_ptr<Timer> timer_;
 };
 
-/// The first pass that is not over and whose satellite has a downlink, with the channel to work:
-/// the downlink of a transponder if there is one, so that the uplink is tuned as well.
+/// The pass to show and the channel to work in it: the first under way of a satellite with a
+/// transponder, so that the uplink is tuned as well; else the first under way or to come of a
+/// satellite with a downlink.
 std::optional<PassInfo> passToShow(const AppState& state);
 
 }  // namespace veloran

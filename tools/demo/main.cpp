@@ -66,6 +66,7 @@ int main(int argc, char** argv) {
 
     AppConfig config;
     config.elementServiceBase = station.elements().base();
+    config.transmitterFile = VELORAN_SAMPLE_TRANSMITTERS;
     const auto state = AppState::create(desktop.machine, config);
     pointAtStation(*state, station, options.rateHz);
 
