@@ -107,15 +107,17 @@ QFont Theme::face(int pixels, QFont::Weight weight) {
 }
 
 double contrastRatio(const QColor& a, const QColor& b) {
-    const auto [dark, light] = std::minmax(luminance(a), luminance(b));
+    const auto [dark, light] = std::minmax({luminance(a), luminance(b)});
     return (light + 0.05) / (dark + 0.05);
 }
 
 QColor blended(const QColor& top, const QColor& bottom) {
-    const float a = top.alphaF();
-    const auto mix = [a](float over, float under) { return a * over + (1 - a) * under; };
-    return QColor::fromRgbF(mix(top.redF(), bottom.redF()), mix(top.greenF(), bottom.greenF()),
-                            mix(top.blueF(), bottom.blueF()));
+    const double a = top.alphaF();
+    const auto mix = [a](int over, int under) {
+        return static_cast<int>(std::lround(a * over + (1 - a) * under));
+    };
+    return QColor(mix(top.red(), bottom.red()), mix(top.green(), bottom.green()),
+                  mix(top.blue(), bottom.blue()));
 }
 
 }  // namespace veloran

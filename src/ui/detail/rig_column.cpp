@@ -178,8 +178,10 @@ void RigColumn::colorTrackButton() {
 }
 
 void startTrackingSelectedPass(AppState& state) {
+    // Copies: starting a session changes the fields.
     const std::optional<PassInfo> pass = state.selectedPass;
-    if (pass) state.startTracking(pass->satellite, state.selectedTransmitter);
+    const std::optional<Transmitter> transmitter = state.selectedTransmitter;
+    if (pass) state.startTracking(pass->satellite, transmitter);
 }
 
 }  // namespace veloran

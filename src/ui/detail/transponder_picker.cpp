@@ -12,16 +12,6 @@
 
 namespace veloran {
 
-std::string pickerSelectionId(const std::vector<TransmitterSelection>& selections,
-                              std::optional<double> selectedCenterHz) {
-    if (selections.empty()) return {};
-    const auto shown = std::ranges::find_if(selections, [&](const TransmitterSelection& s) {
-        const auto downlink = s.downlink();
-        return downlink && selectedCenterHz && downlink->centerFreqHz() == *selectedCenterHz;
-    });
-    return (shown == selections.end() ? selections.front() : *shown).id();
-}
-
 TransponderPicker::TransponderPicker(std::shared_ptr<AppState> state, QWidget* parent)
     : QWidget(parent), state_(std::move(state)) {
     choices_ = new ChoiceBox;
@@ -56,7 +46,7 @@ TransponderPicker::TransponderPicker(std::shared_ptr<AppState> state, QWidget* p
 void TransponderPicker::refresh(const SatellitePtr& satellite) {
     if (satellite != satellite_ || satellite->transmitters != offered_) offer(satellite);
     const auto& selected = state_->selectedTransmitter.get();
-    const std::string id = pickerSelectionId(
+    const std::string id = shownSelectionId(
         selections_, selected ? std::optional(selected->centerFreqHz()) : std::nullopt);
     choices_->setCurrentIndex(choices_->findData(QString::fromStdString(id)));
     row_->setVisible(!selections_.empty());

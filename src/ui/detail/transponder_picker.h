@@ -10,11 +10,6 @@ namespace veloran {
 
 class ChoiceBox;
 
-/// The identifier of the choice shown for a selected channel: the first with its downlink centre,
-/// else the first of all, else empty.
-std::string pickerSelectionId(const std::vector<TransmitterSelection>& selections,
-                              std::optional<double> selectedCenterHz);
-
 /// The choice of a transponder or single channel of a satellite. Shows nothing for a satellite
 /// without channels.
 class TransponderPicker : public QWidget {

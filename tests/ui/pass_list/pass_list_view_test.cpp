@@ -1,0 +1,136 @@
+#include "ui/pass_list/pass_list_view.h"
+
+#include <QApplication>
+#include <QScrollBar>
+
+#include "../ui_fixture.h"
+#include "ui/pass_list/pass_list_model.h"
+#include "ui/pass_list/pass_rows_view.h"
+#include "ui/theme.h"
+
+namespace veloran::test {
+namespace {
+
+class PassListViewTest : public UiFixture {
+  protected:
+    void SetUp() override {
+        for (int i = 0; i < 30; ++i) passes.push_back(passAt(start + 100 + i * 1000.0));
+        satellite = addSatellite("RS-44", 44909, passes,
+                                 {channel("down", 435.64e6), channel("up", 145.95e6)});
+        view.refresh();
+        view.resize(600, 300);
+        view.show();
+        QTest::qWait(0);
+    }
+
+    PassRowsView& rows() { return child<PassRowsView>(view, "passList"); }
+    QModelIndex row(int index) { return rows().model()->index(index, 0); }
+    void click(int index) {
+        QTest::mouseClick(rows().viewport(), Qt::LeftButton, {},
+                          rows().visualRect(row(index)).center());
+    }
+    /// The same passes, as a later computation finds them: without the first ones, and each a bit
+    /// off.
+    void computeAnew(int gone) {
+        PassList later(passes.begin() + gone, passes.end());
+        for (PredictedPass& pass : later) pass.riseTime = pass.riseTime + 0.25;
+        satellite->passes = std::make_shared<const PassList>(later);
+        view.refresh();
+        QTest::qWait(0);
+    }
+
+    PassList passes;
+    SatellitePtr satellite;
+    PassListView view{state};
+};
+
+TEST_F(PassListViewTest, HeaderCountsTheRows) {
+    EXPECT_EQ(textOf(view, "passCount"), "30 upcoming");
+    EXPECT_EQ(rows().model()->rowCount(), 30);
+}
+
+TEST_F(PassListViewTest, WithoutSatellitesTheListIsEmpty) {
+    state->satellites = std::vector<SatellitePtr>{};
+    view.refresh();
+    EXPECT_EQ(textOf(view, "passCount"), "0 upcoming");
+    EXPECT_EQ(rows().model()->rowCount(), 0);
+}
+
+TEST_F(PassListViewTest, ClickSelectsThePassAndAChannelAndStartsNothing) {
+    click(1);
+    ASSERT_TRUE(state->selectedPass->has_value());
+    const PassInfo& pass = **state->selectedPass;
+    EXPECT_EQ(pass.satellite, satellite);
+    EXPECT_EQ(pass.pass.riseTime, passes[1].riseTime);
+    EXPECT_EQ(pass.transmitter, satellite->transmitters[0]);
+    EXPECT_EQ(state->selectedTransmitter.get(), satellite->transmitters[0]);
+    EXPECT_FALSE(state->isTracking);
+    EXPECT_TRUE(machine.tcp.connections.empty());
+}
+
+TEST_F(PassListViewTest, ClickTakesTheChannelLastWorked) {
+    satellite->transmitters = {channel("down", 145.8e6), channel("down", 435.64e6)};
+    machine.settings.set(SatellitePreferences::lastTxKey(44909), 435.6404e6);
+    click(0);
+    EXPECT_EQ(state->selectedTransmitter.get(), satellite->transmitters[1]);
+}
+
+TEST_F(PassListViewTest, KeyboardPicksLikeAClick) {
+    for (const auto key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
+        rows().setCurrentIndex(row(0));
+        state->selectedPass = std::nullopt;
+        QTest::keyClick(&rows(), Qt::Key_Down);
+        QTest::keyClick(&rows(), Qt::Key_Down);
+        EXPECT_FALSE(state->selectedPass->has_value()) << "moving selects nothing";
+        QTest::keyClick(&rows(), key);
+        ASSERT_TRUE(state->selectedPass->has_value());
+        EXPECT_EQ((*state->selectedPass)->pass.riseTime, passes[2].riseTime);
+    }
+}
+
+TEST_F(PassListViewTest, PlaceAndCurrentRowStayWhenPassesAreComputedAnew) {
+    rows().setCurrentIndex(row(12));
+    rows().verticalScrollBar()->setValue(10 * 75 + 20);
+    computeAnew(3);
+    EXPECT_EQ(rows().currentIndex().row(), 9);
+    EXPECT_EQ(rows().verticalScrollBar()->value(), 7 * 75 + 20);
+}
+
+TEST_F(PassListViewTest, ListThatShowsItsBeginningGoesOnShowingIt) {
+    computeAnew(3);
+    EXPECT_EQ(rows().verticalScrollBar()->value(), 0);
+}
+
+TEST_F(PassListViewTest, RowsAreNotMadeAnewByTicks) {
+    QSignalSpy resets(rows().model(), &QAbstractItemModel::modelReset);
+    for (int i = 0; i < 10; ++i) {
+        state->currentAzimuth = i;
+        view.refresh();
+    }
+    EXPECT_EQ(resets.count(), 0);
+}
+
+TEST_F(PassListViewTest, SelectedRowIsTinted) {
+    const auto ground = [this](int index) {
+        QTest::qWait(0);
+        const QRect place = rows().visualRect(row(index));
+        return rows().viewport()->grab().toImage().pixelColor(place.center().x(), place.top() + 4);
+    };
+    const QColor plain = Theme::color(Ink::control);
+    EXPECT_EQ(ground(1), plain);
+    EXPECT_EQ(ground(0), blended(Theme::color(Ink::orange, 0.06), plain)) << "the next pass";
+    click(1);
+    view.refresh();
+    EXPECT_EQ(ground(1), blended(Theme::color(Ink::blue, 0.15), plain));
+}
+
+TEST_F(PassListViewTest, RowTellsAScreenReaderWhatItShows) {
+    const QString spoken = row(0).data(Qt::AccessibleTextRole).toString();
+    EXPECT_TRUE(spoken.startsWith("RS-44, rises ")) << spoken.toStdString();
+    EXPECT_TRUE(spoken.contains("in 1m")) << spoken.toStdString();
+    machine.loop.jumpClock(200);
+    EXPECT_TRUE(row(0).data(Qt::AccessibleTextRole).toString().contains("now"));
+}
+
+}  // namespace
+}  // namespace veloran::test

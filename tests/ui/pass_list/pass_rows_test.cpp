@@ -1,0 +1,99 @@
+#include "ui/pass_list/pass_rows.h"
+
+#include "../ui_fixture.h"
+
+namespace veloran::test {
+namespace {
+
+class PassRowsTest : public UiFixture {
+  protected:
+    std::vector<PassRow> rows() { return sortedPassRows(state->selectedSatellites()); }
+};
+
+TEST_F(PassRowsTest, RowsAreTheSortedPassesOfTheState) {
+    addSatellite("A", 1, {passAt(start + 300), passAt(start + 9000)});
+    addSatellite("B", 2, {passAt(start + 100), passAt(start + 6000)});
+    addSatellite("C", 3, {passAt(start + 50)})->isSelected = false;
+    const auto expected = state->allPassesSorted();
+    const auto actual = rows();
+    ASSERT_EQ(actual.size(), 4u);
+    ASSERT_EQ(actual.size(), expected.size());
+    for (std::size_t i = 0; i < actual.size(); ++i) {
+        EXPECT_EQ(actual[i].satellite, expected[i].first);
+        EXPECT_EQ(actual[i].pass().riseTime, expected[i].second.riseTime);
+    }
+}
+
+TEST_F(PassRowsTest, NextIsTheFirstThatIsStillToRise) {
+    EXPECT_EQ(nextPassIndex(rows(), start), std::nullopt);
+    addSatellite("A", 1, {passAt(start - 100), passAt(start), passAt(start + 1)});
+    EXPECT_EQ(nextPassIndex(rows(), start), 2u) << "one that rises now has risen";
+    EXPECT_EQ(nextPassIndex(rows(), start + 1), std::nullopt);
+}
+
+TEST_F(PassRowsTest, PassInProgressIsGreenAndNotNext) {
+    addSatellite("A", 1, {passAt(start - 10, 600, 61.4)});
+    const auto list = rows();
+    EXPECT_EQ(nextPassIndex(list, start), std::nullopt) << "no later pass, no orange row";
+    const PassRowLook look = passRowLook(list[0], false, false, start);
+    EXPECT_EQ(look.nameInk, (Tint{Ink::green, 1}));
+    EXPECT_EQ(look.timeInk, (Tint{Ink::green, 1}));
+    EXPECT_EQ(look.relativeInk, (Tint{Ink::green, 0.7}));
+    EXPECT_EQ(look.relative, "now");
+    EXPECT_EQ(look.background, (Tint{Ink::green, 0.08}));
+}
+
+TEST_F(PassRowsTest, SelectedPassInProgressIsBlue) {
+    addSatellite("A", 1, {passAt(start - 10)});
+    const PassRowLook look = passRowLook(rows()[0], true, true, start);
+    EXPECT_EQ(look.background, (Tint{Ink::blue, 0.15}));
+    EXPECT_EQ(look.nameInk, (Tint{Ink::green, 1})) << "its name stays green";
+}
+
+TEST_F(PassRowsTest, ComingPassIsPlainAndTheNextOneOrange) {
+    addSatellite("A", 1, {passAt(start + 3660, 605.9, 30)});
+    const PassRowLook next = passRowLook(rows()[0], false, true, start);
+    EXPECT_EQ(next.background, (Tint{Ink::orange, 0.06}));
+    const PassRowLook later = passRowLook(rows()[0], false, false, start);
+    EXPECT_EQ(later.background, std::nullopt);
+    EXPECT_EQ(later.name, "A");
+    EXPECT_EQ(later.nameInk, (Tint{Ink::primary, 1}));
+    EXPECT_EQ(later.timeInk, (Tint{Ink::secondary, 1}));
+    EXPECT_EQ(later.relative, "in 1h 1m");
+    EXPECT_EQ(later.relativeInk, (Tint{Ink::secondary, 0.7}));
+    EXPECT_EQ(later.elevation, "30°");
+    EXPECT_EQ(later.elevationInk, (Tint{Ink::yellow, 1}));
+    EXPECT_EQ(later.duration, "10m05s");
+    EXPECT_EQ(later.direction, "E-W");
+}
+
+TEST_F(PassRowsTest, InProgressIncludesBothEnds) {
+    addSatellite("A", 1, {passAt(start, 600)});
+    const PassRow row = rows()[0];
+    const auto background = [&](double t) {
+        return passRowLook(row, false, false, start + t).background;
+    };
+    EXPECT_EQ(background(-0.001), std::nullopt);
+    EXPECT_TRUE(background(0));
+    EXPECT_TRUE(background(600));
+    EXPECT_EQ(background(600.001), std::nullopt);
+}
+
+TEST_F(PassRowsTest, SelectionGoesBySatelliteNumberAndRiseTime) {
+    const auto a = addSatellite("A", 1, {passAt(start), passAt(start + 6000)});
+    select(a, std::nullopt);
+    const auto list = rows();
+    EXPECT_TRUE(isSelectedPass(list[0], state->selectedPass));
+    EXPECT_FALSE(isSelectedPass(list[1], state->selectedPass));
+    EXPECT_FALSE(isSelectedPass(list[0], std::nullopt));
+}
+
+TEST_F(PassRowsTest, RowIsSpokenInOneSentence) {
+    addSatellite("RS-44", 44909, {passAt(start + 120, 600, 61.4)});
+    const std::string spoken = spokenPassRow(passRowLook(rows()[0], false, true, start));
+    EXPECT_EQ(spoken.substr(0, 13), "RS-44, rises ");
+    EXPECT_NE(spoken.find("in 2m, highest 61°, lasts 10m00s, E-W"), std::string::npos) << spoken;
+}
+
+}  // namespace
+}  // namespace veloran::test

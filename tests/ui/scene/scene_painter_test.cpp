@@ -1,0 +1,37 @@
+#include "ui/scene/scene_painter.h"
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+
+#include "ui/theme.h"
+
+namespace veloran {
+namespace {
+
+QImage painted(const scene::Scene& scene) {
+    QImage image(20, 20, QImage::Format_RGB32);
+    image.fill(Qt::black);
+    QPainter painter(&image);
+    ScenePainter(painter).draw(scene);
+    return image;
+}
+
+TEST(ScenePainter, ShapesAreDrawnInTheirColoursAndOrder) {
+    const QImage image = painted({scene::Disc{{10, 10}, 8, {Ink::red}},
+                                  scene::Line{{0, 10}, {20, 10}, {Ink::cyan, 1, 4}},
+                                  scene::Polyline{{{1, 0}, {1, 8}}, {Ink::yellow, 1, 2}}});
+    EXPECT_EQ(image.pixelColor(10, 5), Theme::color(Ink::red));
+    EXPECT_EQ(image.pixelColor(10, 10), Theme::color(Ink::cyan)) << "the later shape is on top";
+    EXPECT_EQ(image.pixelColor(1, 4), Theme::color(Ink::yellow));
+    EXPECT_EQ(image.pixelColor(19, 19), QColor(Qt::black));
+}
+
+TEST(ScenePainter, RingLeavesItsInsideAndOpacityMixes) {
+    const QImage image = painted({scene::Ring{{10, 10}, 8, {Ink::primary, 0.5, 4}}});
+    EXPECT_EQ(image.pixelColor(10, 10), QColor(Qt::black));
+    EXPECT_NEAR(image.pixelColor(10, 2).red(), Theme::color(Ink::primary).red() / 2, 2);
+}
+
+}  // namespace
+}  // namespace veloran

@@ -1,0 +1,127 @@
+#include <functional>
+#include <map>
+#include <set>
+#include <string_view>
+
+#include "support/vectors.h"
+#include "ui/formats.h"
+
+namespace veloran::test {
+namespace {
+
+using boost::json::array;
+using boost::json::value;
+
+std::optional<double> optionalNumber(const value& argument) {
+    return argument.is_null() ? std::nullopt : std::optional(number(argument));
+}
+
+std::vector<PassPoint> track(const value& azimuths) {
+    std::vector<PassPoint> points;
+    for (const value& azimuth : azimuths.as_array()) {
+        points.push_back({.date = {}, .azimuth = number(azimuth)});
+    }
+    return points;
+}
+
+using Format = std::function<value(const array& args)>;
+
+Format ofNumber(std::string (*format)(double)) {
+    return [format](const array& a) { return value(format(number(a.at(0)))); };
+}
+
+/// The formats of the views that this program has.
+const std::map<std::string_view, Format>& viewFormats() {
+    static const std::map<std::string_view, Format> formats{
+        {"formatBigFreq", ofNumber(formatBigFreq)},
+        {"formatMHz", ofNumber(formatMHz)},
+        {"formatHzSigned", ofNumber(formatHzSigned)},
+        {"rxSatOutputFreq",
+         [](const array& a) {
+             return value(
+                 rxSatOutputFreq(optionalNumber(a.at(0)), number(a.at(1)), number(a.at(2))));
+         }},
+        {"txSatInputFreq",
+         [](const array& a) {
+             return value(
+                 txSatInputFreq(optionalNumber(a.at(0)), number(a.at(1)), a.at(2).as_bool()));
+         }},
+        {"azimuthText", ofNumber(azimuthText)},
+        {"rangeText", ofNumber(rangeText)},
+        {"rateText", ofNumber(rateText)},
+        {"updateRateText", ofNumber(updateRateText)},
+        {"relativeTime", ofNumber(relativeTime)},
+        {"formatDuration", ofNumber(formatDuration)},
+        {"elevationText", ofNumber(elevationText)},
+        {"elevationColor",
+         [](const array& a) { return value(inkName(elevationColor(number(a.at(0))))); }},
+        {"compassDir", ofNumber(compassDir)},
+        {"listDirection", [](const array& a) { return value(listDirection(track(a.at(0)))); }},
+        {"listTime", [](const array& a) { return value(listTime(Instant{number(a.at(0))})); }},
+        {"observerPosition",
+         [](const array& a) { return value(observerPosition(number(a.at(0)), number(a.at(1)))); }},
+        {"endpointText",
+         [](const array& a) {
+             return value(endpointText(a.at(0).as_string(), a.at(1).as_int64()));
+         }},
+        {"noradText", [](const array& a) { return value(noradText(a.at(0).as_int64())); }},
+        {"upcomingText",
+         [](const array& a) {
+             return value(upcomingText(static_cast<std::size_t>(a.at(0).as_int64())));
+         }},
+        {"versionText", [](const array& a) {
+             return value(versionText(a.at(0).is_null()
+                                          ? std::nullopt
+                                          : std::optional(std::string(a.at(0).as_string()))));
+         }}};
+    return formats;
+}
+
+/// Formats that have their test beside the core, and formats of views that are not built yet.
+const std::set<std::string_view>& formatsElsewhere() {
+    static const std::set<std::string_view> names{
+        // core
+        "durationString", "maxElString", "compassDirection", "directionArrow", "utcTime",
+        "tleAgeString", "statusLoaded", "statusComputing", "statusPasses", "statusTracking",
+        "clampUpdateRate",
+        // sky plot
+        "plotAngleText", "plotRangeText", "plotVelocityText", "plotAccelerationText", "degreeLabel",
+        "passPhase", "passPhaseText", "passCountdown", "formatHMS",
+        // queue
+        "conflictMessage", "queuedBadge", "autoThresholdText",
+        // timeline
+        "bestHourStep", "minorHourStep", "hoursText", "zoomIn", "zoomOut", "pinchHours",
+        "timelineLabel",
+        // map
+        "trackHoursText", "observerAnnotation",
+        // browser and detail sheet
+        "sourceDisplay", "sourcesHelp", "passesHelp", "ageColor", "elementAgeColor",
+        "orbitalElements", "periodText", "tleEpochString", "toneText", "maxText", "morePasses",
+        "passRowTime",
+        // settings
+        "coordField", "altitudeField", "sectionCount", "thresholdValue"};
+    return names;
+}
+
+TEST(TextFormatsVectors, FormatsOfTheViews) {
+    const auto file = loadVectors("data/text_formats.json");
+    std::set<std::string_view> seen;
+    forEachCase(file, "text_formats.json", "cases", [&seen](const boost::json::object& c) {
+        expectKnownMembers(c, {"id", "note", "function", "args", "expected"}, "case");
+        const std::string_view name = c.at("function").as_string();
+        if (formatsElsewhere().contains(name)) return;
+        const auto format = viewFormats().find(name);
+        ASSERT_NE(format, viewFormats().end()) << "unknown function " << name;
+        seen.insert(format->first);
+        const value actual = format->second(c.at("args").as_array());
+        if (actual.is_double()) {
+            EXPECT_TRUE(closeTo(actual.as_double(), number(c.at("expected")))) << name;
+        } else {
+            EXPECT_EQ(actual, c.at("expected")) << name;
+        }
+    });
+    EXPECT_EQ(seen.size(), viewFormats().size()) << "a format has no case";
+}
+
+}  // namespace
+}  // namespace veloran::test

@@ -1,0 +1,61 @@
+#include "ui/widgets/value_label.h"
+
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QHBoxLayout>
+
+namespace veloran {
+namespace {
+
+TEST(ValueLabel, TextWithinTheReservedWidthLaysNothingOutAnew) {
+    QWidget window;
+    auto* row = new QHBoxLayout(&window);
+    auto* label = new ValueLabel({14});
+    label->reserve("+00000 Hz");
+    row->addWidget(label);
+    window.show();
+    QApplication::processEvents();
+    const int width = label->sizeHint().width();
+    label->setText(QString("+1 Hz"));
+    EXPECT_EQ(label->sizeHint().width(), width);
+    label->setText(QString("-1234567890 Hz"));
+    EXPECT_GT(label->sizeHint().width(), width) << "a wider text gets its room";
+    const int wider = label->sizeHint().width();
+    label->setText(QString("0 Hz"));
+    EXPECT_EQ(label->sizeHint().width(), wider) << "and keeps it";
+}
+
+TEST(ValueLabel, FixedValueKeepsItsWidthWhateverItShows) {
+    ValueLabel label({15});
+    label.setWidthRange(56, 100);
+    label.setText(QString("+123456789012345 Hz"));
+    EXPECT_EQ(label.sizeHint().width(), 100);
+    EXPECT_EQ(label.minimumWidth(), 56);
+    EXPECT_EQ(label.maximumWidth(), 100);
+}
+
+TEST(ValueLabel, ScreenReaderHearsNameAndText) {
+    ValueLabel label({15}, "45.0°");
+    const auto name = [&] {
+        return QAccessible::queryAccessibleInterface(&label)->text(QAccessible::Name);
+    };
+    EXPECT_EQ(name(), "45.0°");
+    label.setAccessibleName("El");
+    EXPECT_EQ(name(), "El 45.0°");
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&label)->role(), QAccessible::StaticText);
+}
+
+TEST(ValueLabel, TextTooWideForItsPlaceIsNotCutOffAtTheEdge) {
+    ValueLabel label({15}, "-12000 Hz");
+    label.resize(60, 20);
+    const QImage image = label.grab().toImage();
+    const QRgb background = image.pixel(0, 0);
+    for (int y = 0; y < image.height(); ++y) {
+        EXPECT_EQ(image.pixel(image.width() - 1, y), background) << "row " << y;
+    }
+}
+
+}  // namespace
+}  // namespace veloran
