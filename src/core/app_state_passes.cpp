@@ -42,17 +42,19 @@ void AppState::computeAllPasses() {
         });
         return;
     }
+    const Instant start = now();
     // One task for each body, so that every processor core is used. A task gets values only (time,
     // observer and the shared constant orbit) and gives back a whole list.
     for (std::size_t i = 0; i < run->selected.size(); ++i) {
         if (!hasOrbit(*run->selected[i])) continue;
-        machine_.workers.run([weak = weak_from_this(), &loop = machine_.loop, run, i, start = now(),
+        machine_.workers.run([weak = weak_from_this(), &loop = machine_.loop, run, i, start,
                               predictor = makePassPredictor(*run->selected[i], obsLatitude,
-                                                            obsLongitude, obsAltitude)] {
+                                                            obsLongitude, obsAltitude)]() mutable {
             if (weak.expired()) return;
             auto passes = std::make_shared<const PassList>(
                 predictor.findPasses(start, kHoursAhead, kLowestPeakDegrees, kStepSeconds));
-            loop.post([weak, run, i, passes = std::move(passes)] {
+            // Moved, so that the bodies of the run are let go on the main thread.
+            loop.post([weak, run = std::move(run), i, passes = std::move(passes)] {
                 if (const auto self = weak.lock()) self->storePasses(*run, i, passes);
             });
         });
