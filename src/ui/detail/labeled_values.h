@@ -35,6 +35,7 @@ inline QHBoxLayout* breakdownPart(const QString& name, const QString& sample, Va
     value = new ValueLabel({14, QFont::Normal, Ink::secondary});
     value->setAccessibleName(name);
     value->reserve(sample);
+    value->setElastic();
     auto* row = new QHBoxLayout;
     row->setSpacing(3);
     row->addWidget(new ValueLabel({12, QFont::Normal, Ink::secondary, 0.7}, name));

@@ -51,7 +51,6 @@ void ValueLabel::setText(const QString& text) {
     const int hintBefore = sizeHint().width();
     text_ = text;
     textWidth_ = widthOf(text);
-    if (reserved_ && !fixedHint_) reserved_ = std::max(*reserved_, textWidth_);
     if (sizeHint().width() != hintBefore) updateGeometry();
     if (QAccessible::isActive()) {
         QAccessibleEvent event(this, QAccessible::NameChanged);
@@ -67,7 +66,7 @@ void ValueLabel::setInk(Ink ink) {
 }
 
 void ValueLabel::reserve(const QString& sample) {
-    reserved_ = std::max(widthOf(sample), textWidth_);
+    reserved_ = widthOf(sample);
     updateGeometry();
 }
 
@@ -94,7 +93,8 @@ void ValueLabel::alignToFirstBaselineOf(const QFont& larger) {
 
 QSize ValueLabel::sizeHint() const {
     const int height = QFontMetrics(baselineFont_.value_or(font(style_.pixels))).height();
-    return {reserved_.value_or(textWidth_), height};
+    const int reserved = reserved_.value_or(0);
+    return {fixedHint_ ? reserved : std::max(reserved, textWidth_), height};
 }
 
 QSize ValueLabel::minimumSizeHint() const {

@@ -37,7 +37,7 @@ class ValueLabel : public QWidget {
     const TextStyle& textStyle() const { return style_; }
     void setInk(Ink ink);
 
-    /// Keeps room for `sample`, and from then on for the widest text seen.
+    /// Keeps room for `sample` at least.
     void reserve(const QString& sample);
     /// Exactly `width` where there is room, down to `least` where there is not.
     void setWidthRange(int least, int width);

@@ -26,6 +26,23 @@ class FrequencyColumnTest : public UiFixture {
         column.refresh();
     }
 
+    void expectToFitTheSmallestWindow() {
+        column.refresh();
+        // What a window of 1050 leaves between the two outer columns and their dividers.
+        column.resize(1050 - 400 - 320 - 2, 240);
+        column.show();
+        QTest::qWait(0);
+        EXPECT_LE(column.minimumSizeHint().width(), column.width());
+        const QRect inside = column.rect().adjusted(10, 10, -10, -10);
+        for (const QWidget* w : column.findChildren<QWidget*>()) {
+            if (!w->isVisible() || w->objectName().isEmpty()) continue;
+            const QRect placed(w->mapTo(&column, QPoint(0, 0)), w->size());
+            EXPECT_TRUE(inside.contains(placed)) << w->objectName().toStdString();
+            EXPECT_GE(w->height(), std::min(w->minimumSizeHint().height(), w->maximumHeight()))
+                << w->objectName().toStdString();
+        }
+    }
+
     FrequencyColumn column{state};
 };
 
@@ -172,20 +189,17 @@ TEST_F(FrequencyColumnTest, NothingIsCutOffInTheSmallestWindow) {
     state->satProtoRestPattern = SatProtoRestPattern::transponderCenter;
     state->currentCorrectedFreq = 435651544;
     state->currentUplinkFreq = 145951157;
-    column.refresh();
-    // What a window of 1050 leaves between the two outer columns and their dividers.
-    column.resize(1050 - 400 - 320 - 2, 240);
-    column.show();
-    QTest::qWait(0);
-    EXPECT_LE(column.minimumSizeHint().width(), column.width());
-    const QRect inside = column.rect().adjusted(10, 10, -10, -10);
-    for (const QWidget* w : column.findChildren<QWidget*>()) {
-        if (!w->isVisible() || w->objectName().isEmpty()) continue;
-        const QRect placed(w->mapTo(&column, QPoint(0, 0)), w->size());
-        EXPECT_TRUE(inside.contains(placed)) << w->objectName().toStdString();
-        EXPECT_GE(w->height(), std::min(w->minimumSizeHint().height(), w->maximumHeight()))
-            << w->objectName().toStdString();
-    }
+    expectToFitTheSmallestWindow();
+}
+
+TEST_F(FrequencyColumnTest, LongNumbersFitTheSmallestWindowToo) {
+    trackPair(true);
+    state->currentUplinkFreq = 0;  // the whole frequency then counts as shift
+    state->currentCorrectedFreq = 10489750123;
+    state->currentPassbandOffset = -123456;
+    state->currentDopplerShift = -123456;
+    state->currentRIT = -123456;
+    expectToFitTheSmallestWindow();
 }
 
 TEST_F(FrequencyColumnTest, TicksLayNothingOutAnew) {
@@ -195,7 +209,7 @@ TEST_F(FrequencyColumnTest, TicksLayNothingOutAnew) {
     state->currentCorrectedFreq = 145951157;
     state->currentUplinkFreq = 435151157;
     column.refresh();
-    QTest::qWait(0);
+    for (int turn = 0; turn < 10; ++turn) QTest::qWait(0);  // until every part has its place
 
     struct LayoutCounter : QObject {
         int layouts = 0;
