@@ -29,7 +29,7 @@ struct AppState::PassRun {
 };
 
 void AppState::computeAllPasses() {
-    const auto run = std::make_shared<PassRun>();
+    auto run = std::make_shared<PassRun>();
     run->selected = selectedSatellites();
     run->unfinished =
         static_cast<std::size_t>(std::count_if(run->selected.begin(), run->selected.end(),
