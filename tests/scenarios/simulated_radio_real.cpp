@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -102,6 +103,8 @@ TEST_F(SatProtoStory, RadioThatComesBackOnItsPortIsArmedAgain) {
 struct ClassicCase {
     const char* name;
     CapsAnswer answer;
+
+    friend void PrintTo(const ClassicCase& shown, std::ostream* out) { *out << shown.name; }
 };
 
 class ClassicAnswers : public testing::TestWithParam<ClassicCase> {};
