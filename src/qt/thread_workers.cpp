@@ -11,7 +11,7 @@
 namespace veloran {
 
 struct ThreadWorkers::Pool {
-    Handover handover;
+    Handover results;
     QThreadPool threads;
 };
 
@@ -19,18 +19,21 @@ namespace {
 
 class Work final : public QRunnable {
   public:
-    Work(MainLoop::Task task, Handover& handover) : task_(std::move(task)), handover_(handover) {}
+    Work(MainLoop::Task task, Handover& results) : task_(std::move(task)), results_(results) {
+        begin_.give();
+    }
 
     void run() override {
-        handover_.take();
+        begin_.take();
         task_();
         task_ = nullptr;  // what it holds goes before the end of the pool counts it as done
-        handover_.give();
+        results_.give();
     }
 
   private:
+    Handover begin_;
     MainLoop::Task task_;
-    Handover& handover_;
+    Handover& results_;
 };
 
 }  // namespace
@@ -44,12 +47,11 @@ ThreadWorkers::ThreadWorkers(int threads) : pool_(std::make_unique<Pool>()) {
 ThreadWorkers::~ThreadWorkers() {
     pool_->threads.clear();
     pool_->threads.waitForDone();
-    pool_->handover.take();
+    pool_->results.take();
 }
 
 void ThreadWorkers::run(MainLoop::Task task) {
-    auto work = std::make_unique<Work>(std::move(task), pool_->handover);
-    pool_->handover.give();
+    auto work = std::make_unique<Work>(std::move(task), pool_->results);
     pool_->threads.start(work.release());
 }
 
