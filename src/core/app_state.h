@@ -116,8 +116,8 @@ class AppState : public std::enable_shared_from_this<AppState> {
     void toggleSatellite(const SatellitePtr& satellite);
 
     // ---- The session (app_state_session.cpp).
-    void startTracking(const SatellitePtr& satellite,
-                       const std::optional<Transmitter>& transmitter);
+    /// Takes copies: what is handed in may be the very fields that a running session gives up.
+    void startTracking(SatellitePtr satellite, std::optional<Transmitter> transmitter);
     void stopTracking();
     void updateDopplerRate(double hz);
 

@@ -31,8 +31,7 @@ std::optional<double> centerOf(const std::optional<Transmitter>& transmitter) {
 
 }  // namespace
 
-void AppState::startTracking(const SatellitePtr& satellite,
-                             const std::optional<Transmitter>& transmitter) {
+void AppState::startTracking(SatellitePtr satellite, std::optional<Transmitter> transmitter) {
     stopTracking();
     trackingSatellite = satellite;
     selectedTransmitter = transmitter ? transmitter : preferredTransmitter(*satellite);
