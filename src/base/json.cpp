@@ -4,6 +4,7 @@
 #include <boost/json/value_stack.hpp>
 #include <charconv>
 #include <string>
+#include <vector>
 
 namespace veloran {
 
@@ -27,12 +28,16 @@ class ExactHandler {
     using Text = json::string_view;
     using Error = json::error_code;
 
-    ExactHandler() { stack_.reset(); }
+    explicit ExactHandler(std::size_t mostMembers) : mostMembers_(mostMembers) { stack_.reset(); }
 
     bool on_document_begin(Error&) { return true; }
     bool on_document_end(Error&) { return true; }
-    bool on_object_begin(Error&) { return true; }
+    bool on_object_begin(Error&) {
+        members_.push_back(0);
+        return true;
+    }
     bool on_object_end(std::size_t size, Error& error) {
+        members_.pop_back();
         return stack_.push_object(size), countOne(error);
     }
     bool on_array_begin(Error&) { return true; }
@@ -40,7 +45,10 @@ class ExactHandler {
         return stack_.push_array(size), countOne(error);
     }
     bool on_key_part(Text part, std::size_t, Error&) { return stack_.push_chars(part), true; }
-    bool on_key(Text part, std::size_t, Error&) { return stack_.push_key(part), true; }
+    bool on_key(Text part, std::size_t, Error& error) {
+        if (++members_.back() > mostMembers_) return refuse(error);
+        return stack_.push_key(part), true;
+    }
     bool on_string_part(Text part, std::size_t, Error&) { return stack_.push_chars(part), true; }
     bool on_string(Text part, std::size_t, Error& error) {
         return stack_.push_string(part), countOne(error);
@@ -74,23 +82,25 @@ class ExactHandler {
     json::value release() { return stack_.release(); }
 
   private:
-    bool countOne(Error& error) {
-        if (++count_ <= kMostValues) return true;
+    bool countOne(Error& error) { return ++count_ <= kMostValues || refuse(error); }
+    static bool refuse(Error& error) {
         error = json::error::array_too_large;
         return false;
     }
 
     json::value_stack stack_;
     std::string digits_;
+    std::size_t mostMembers_;
+    std::vector<std::size_t> members_;  // so far, of each object that is open
     std::size_t count_ = 0;
 };
 
 }  // namespace
 
-std::optional<json::value> parseJson(std::string_view text) {
+std::optional<json::value> parseJson(std::string_view text, std::size_t mostMembers) {
     json::parse_options options;
     options.max_depth = kMaxDepth;
-    json::basic_parser<ExactHandler> parser(options);
+    json::basic_parser<ExactHandler> parser(options, mostMembers);
     json::error_code error;
     const auto used = parser.write_some(false, text.data(), text.size(), error);
     if (error || used != text.size()) return std::nullopt;

@@ -92,7 +92,9 @@ std::string valueText(const json::value& value) {
 }  // namespace
 
 std::optional<json::object> parseSettings(std::string_view text) {
-    auto parsed = parseJson(text);
+    // The user's own file, with a key for each satellite and transponder ever worked.
+    constexpr std::size_t kMostKeys = 100'000;
+    auto parsed = parseJson(text, kMostKeys);
     if (!parsed || !parsed->is_object()) return std::nullopt;
     return std::move(parsed->get_object());
 }

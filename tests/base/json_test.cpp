@@ -47,6 +47,19 @@ TEST(ParseJson, RefusesDeepNestingWithoutHarm) {
     EXPECT_TRUE(parseJson(std::string(20, '[') + std::string(20, ']')));
 }
 
+TEST(ParseJson, RefusesObjectsOfTooManyMembers) {
+    const auto objectOf = [](int members) {
+        std::string text = "{";
+        for (int i = 0; i < members; ++i) {
+            text += (i ? ",\"k" : "\"k") + std::to_string(i) + "\":{\"a\":1,\"b\":2}";
+        }
+        return text + "}";
+    };
+    EXPECT_TRUE(parseJson(objectOf(1024)));
+    EXPECT_FALSE(parseJson(objectOf(1025)));
+    EXPECT_TRUE(parseJson(objectOf(1025), 2000));
+}
+
 TEST(ParseJson, RefusesMillionsOfValuesBeforeTheyFillTheMemory) {
     std::string text = "[0";
     for (int i = 0; i < 5'000'000; ++i) text += ",0";
