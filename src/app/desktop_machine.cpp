@@ -5,8 +5,8 @@
 namespace veloran {
 
 DesktopMachine::DesktopMachine(std::filesystem::path home, std::filesystem::path settingsFile)
-    : settings(std::move(settingsFile), loop),
-      files(std::move(home)),
+    : files(std::move(home)),
+      settings(std::move(settingsFile), loop),
       http(loop),
       tcp(loop),
       machine{clock, loop, workers, settings, files, http, tcp} {}

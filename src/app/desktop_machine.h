@@ -20,11 +20,12 @@ struct DesktopMachine {
 
     SystemClock clock;
     QtMainLoop loop;
-    ThreadWorkers workers;
-    DiskSettings settings;
     DiskFiles files;
+    DiskSettings settings;
     QtHttpClient http;
     QtTcpNetwork tcp;
+    /// The first to go: its tasks use the others, and their results go to the loop.
+    ThreadWorkers workers;
     Machine machine;
 };
 

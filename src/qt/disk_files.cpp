@@ -28,10 +28,13 @@ std::optional<std::string> DiskFiles::read(const std::filesystem::path& path) co
     if (!QFileInfo(name).isFile()) return std::nullopt;
     QFile file(name);
     if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
-    // One byte more than allowed tells a file that is too large, also one that grows meanwhile.
-    const QByteArray content = file.read(static_cast<qint64>(kLargestFile) + 1);
+    // One byte more than there is tells a file that grows meanwhile; a write replaces, so ours
+    // never do, and such a one counts as unreadable like one that is too large.
+    const qint64 size = file.size();
+    if (size > static_cast<qint64>(kLargestFile)) return std::nullopt;
+    const QByteArray content = file.read(size + 1);
     if (file.error() != QFileDevice::NoError) return std::nullopt;
-    if (static_cast<std::size_t>(content.size()) > kLargestFile) return std::nullopt;
+    if (content.size() > size) return std::nullopt;
     return content.toStdString();
 }
 

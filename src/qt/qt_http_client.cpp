@@ -7,6 +7,7 @@
 #include <QUrl>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "qt/gunzip.h"
@@ -15,10 +16,12 @@ namespace veloran {
 
 namespace {
 
-/// What has come of one transfer, as the server packed it.
+/// What has come of one transfer.
 struct Transfer {
-    std::string bytes;
-    bool tooLarge = false;
+    std::size_t received = 0;  // bytes, as the server packed them
+    std::string plain;
+    std::optional<Gunzip> packed;  // instead of `plain`
+    bool isBad = false;            // too large, or damaged
 };
 
 std::optional<QUrl> webAddress(const std::string& text) {
@@ -54,32 +57,48 @@ bool isAnswered(const QNetworkReply& reply) {
     }
 }
 
-/// The body, if all of it has come.
-std::optional<std::string> bodyOf(const QNetworkReply& reply, std::string bytes) {
-    const auto announced = reply.header(QNetworkRequest::ContentLengthHeader);
-    if (announced.isValid() && announced.toULongLong() != bytes.size()) return std::nullopt;
+/// How the bytes have to be read, told before the first of them.
+void readHeaders(const QNetworkReply& reply, Transfer& transfer) {
+    if (transfer.received > 0) return;
     const auto packing = reply.rawHeader("Content-Encoding").trimmed().toLower();
-    if (packing.isEmpty() || packing == "identity") return bytes;
-    if (packing != "gzip" && packing != "x-gzip") return std::nullopt;
-    return gunzipped(bytes, HttpClient::kLargestBody);
+    if (packing.isEmpty() || packing == "identity") return;
+    transfer.isBad = packing != "gzip" && packing != "x-gzip";
+    transfer.packed.emplace(HttpClient::kLargestBody);
 }
 
 void takeBytes(QNetworkReply& reply, Transfer& transfer) {
-    if (transfer.tooLarge) return;
+    if (transfer.isBad) return;
     const QByteArray bytes = reply.readAll();
-    if (transfer.bytes.size() + static_cast<std::size_t>(bytes.size()) > HttpClient::kLargestBody) {
-        transfer = {.bytes = {}, .tooLarge = true};
+    if (bytes.isEmpty()) return;
+    readHeaders(reply, transfer);
+    const std::string_view piece(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    transfer.received += piece.size();
+    transfer.isBad = transfer.isBad || transfer.received > HttpClient::kLargestBody ||
+                     (transfer.packed && !transfer.packed->feed(piece));
+    if (transfer.isBad) {
         reply.abort();
-        return;
+    } else if (!transfer.packed) {
+        transfer.plain += piece;
     }
-    transfer.bytes.append(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+}
+
+/// The body, if all of it has come.
+std::optional<std::string> bodyOf(const QNetworkReply& reply, Transfer& transfer) {
+    const auto announced = reply.header(QNetworkRequest::ContentLengthHeader);
+    if (announced.isValid() && announced.toULongLong() != transfer.received) return std::nullopt;
+    readHeaders(reply, transfer);
+    if (transfer.isBad) return std::nullopt;
+    return transfer.packed ? transfer.packed->finish() : std::move(transfer.plain);
 }
 
 }  // namespace
 
 class QtHttpClient::Transfers {
   public:
-    explicit Transfers(MainLoop& loop) : loop_(loop) { manager_.setAutoDeleteReplies(true); }
+    Transfers(MainLoop& loop, double idleSeconds) : loop_(loop) {
+        manager_.setAutoDeleteReplies(true);
+        manager_.setTransferTimeout(static_cast<int>(idleSeconds * 1000));
+    }
 
     ~Transfers() {
         for (auto* reply : manager_.findChildren<QNetworkReply*>()) reply->disconnect();
@@ -112,8 +131,8 @@ class QtHttpClient::Transfers {
     void finish(QNetworkReply& reply, Transfer& transfer, const Completion& completion) {
         const bool answered = isAnswered(reply);
         if (answered) takeBytes(reply, transfer);
-        if (!answered || transfer.tooLarge) return complete(completion, std::nullopt);
-        complete(completion, bodyOf(reply, std::move(transfer.bytes)));
+        if (!answered || transfer.isBad) return complete(completion, std::nullopt);
+        complete(completion, bodyOf(reply, transfer));
     }
 
     MainLoop& loop_;
@@ -121,7 +140,8 @@ class QtHttpClient::Transfers {
     std::shared_ptr<const bool> alive_ = std::make_shared<bool>(true);
 };
 
-QtHttpClient::QtHttpClient(MainLoop& loop) : transfers_(std::make_unique<Transfers>(loop)) {}
+QtHttpClient::QtHttpClient(MainLoop& loop, double idleSeconds)
+    : transfers_(std::make_unique<Transfers>(loop, idleSeconds)) {}
 QtHttpClient::~QtHttpClient() = default;
 
 void QtHttpClient::get(const std::string& url, Completion completion) {

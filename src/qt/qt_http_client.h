@@ -13,12 +13,15 @@ namespace veloran {
 /// packed with gzip, which is asked for and which ends in a checksum. (Qt alone takes what was cut
 /// for whole, unless its length was announced with a good status.)
 ///
-/// Ending the client drops the completions that are still to come; a server that never answers
-/// holds up nothing.
+/// Ending the client drops the completions that are still to come.
 class QtHttpClient final : public HttpClient {
   public:
+    /// How long a server may say nothing before the transfer counts as failed: what desktops
+    /// commonly allow, long enough for a sleepy server and short enough for a waiting user.
+    static constexpr double kIdleSeconds = 60;
+
     /// `loop` has to outlive the client.
-    explicit QtHttpClient(MainLoop& loop);
+    explicit QtHttpClient(MainLoop& loop, double idleSeconds = kIdleSeconds);
     ~QtHttpClient() override;
 
     void get(const std::string& url, Completion completion) override;

@@ -50,9 +50,9 @@ ThreadWorkers::~ThreadWorkers() {
     pool_->results.take();
 }
 
-void ThreadWorkers::run(MainLoop::Task task) {
+void ThreadWorkers::run(MainLoop::Task task, Priority priority) {
     auto work = std::make_unique<Work>(std::move(task), pool_->results);
-    pool_->threads.start(work.release());
+    pool_->threads.start(work.release(), static_cast<int>(priority));
 }
 
 }  // namespace veloran

@@ -14,7 +14,8 @@ class ThreadWorkers final : public WorkerPool {
     explicit ThreadWorkers(int threads);  ///< with one, tasks run in the order they were given
     ~ThreadWorkers() override;
 
-    void run(MainLoop::Task task) override;
+    using WorkerPool::run;
+    void run(MainLoop::Task task, Priority priority) override;
 
   private:
     struct Pool;

@@ -177,6 +177,11 @@ TEST_F(QtHttpClientTest, ManyRequestsAtOnceAllComplete) {
     EXPECT_TRUE(spinUntil([&] { return completed == 50; }));
 }
 
+TEST_F(QtHttpClientTest, AServerThatSaysNothingForTooLongCountsAsFailed) {
+    client = std::make_unique<QtHttpClient>(loop, 0.05);
+    EXPECT_EQ(fetch(server.url("/never")), std::nullopt);
+}
+
 TEST_F(QtHttpClientTest, AServerThatNeverAnswersHoldsUpNothing) {
     int completed = 0;
     const auto count = [&](const Body&) { ++completed; };

@@ -95,7 +95,7 @@ TEST_F(QtTcpConnectionTest, NothingHappensBeforeTheStart) {
 }
 
 TEST_F(QtTcpConnectionTest, AServerThatListensMakesItReady) {
-    makeConnection("localhost", server.serverPort());
+    makeConnection("127.0.0.1", server.serverPort());
     calling([&] { connection->start(); });
     ASSERT_TRUE(spinUntil([&] { return saw("ready"); }));
     connection->start();
