@@ -10,10 +10,14 @@ void stopProgram(const char* reason) {
     std::abort();
 }
 
-std::int64_t checkedInt64(double value) {
+bool fitsInt64(double value) {
     // 2^63 is a double, 2^63 - 1 is not. NaN fails both comparisons.
     constexpr double kLimit = 9223372036854775808.0;
-    if (!(value >= -kLimit && value < kLimit)) stopProgram("a number does not fit 64 bits");
+    return value >= -kLimit && value < kLimit;
+}
+
+std::int64_t checkedInt64(double value) {
+    if (!fitsInt64(value)) stopProgram("a number does not fit 64 bits");
     return static_cast<std::int64_t>(value);
 }
 

@@ -7,6 +7,9 @@ namespace veloran {
 /// Contracts, not error handling: a caller that cannot keep the value in range has a bug, and the
 /// program stops with one line on standard error. Values from outside are tested where they enter.
 
+/// Whether `value` truncated toward zero is a 64-bit integer; false for NaN.
+bool fitsInt64(double value);
+
 /// `value` truncated toward zero. Stops the program on NaN, infinity and values beyond 64 bits.
 std::int64_t checkedInt64(double value);
 

@@ -59,6 +59,14 @@ class Published {
     /// Sets the value without a notification and without `afterChange`: for construction only.
     void initialise(T value) { value_ = std::move(value); }
     void setAfterChange(AfterChange action) { afterChange_ = std::move(action); }
+    /// Adds an action behind the one that is set.
+    void alsoAfterChange(AfterChange action) {
+        afterChange_ = [first = std::move(afterChange_),
+                        action = std::move(action)](const T& value) {
+            if (first) first(value);
+            action(value);
+        };
+    }
 
   private:
     ChangeNotifier& notifier_;

@@ -116,8 +116,7 @@ AppState::AppState(const Machine& machine, AppConfig config)
     timelineStartTime.initialise(now());
     restoreSettings();
     // A change takes effect at once on a live connection.
-    forceClassicRigctld.setAfterChange([this](bool force) {
-        machine_.settings.set("forceClassicRigctld", force);
+    forceClassicRigctld.alsoAfterChange([this](bool force) {
         if (!rigClient_) return;
         rigClient_->forceClassic = force;
         rigClient_->detectCapabilities();

@@ -160,6 +160,8 @@ class AppState : public std::enable_shared_from_this<AppState> {
 
     void loadTransmitterDB(std::function<void()> then);
     void loadBuiltinTransmitters();
+    void announceLoad();
+    void beginLoad();
     void fetchElements();
     void buildSatellites(std::vector<TLEData> elements);
     void showSatellites(std::vector<SatellitePtr> bodies, double oldestElements);
@@ -201,6 +203,7 @@ class AppState : public std::enable_shared_from_this<AppState> {
     std::shared_ptr<RigctldClient> rigClient_;  // from the first session to the end of the process
     std::unique_ptr<Timer> trackingTimer_;
     std::unique_ptr<Timer> passUpdateTimer_;
+    std::uint64_t passRuns_ = 0;  // begun so far
     TransmitterMap transmitterDB_;
     LiveGeoCache liveGeoCache_;
     TickAnglesFn tickAngles_;

@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "core/app_state.h"
 #include "core/status_texts.h"
+#include "elements/element_merge.h"
 
 namespace veloran {
 
@@ -28,9 +29,7 @@ bool isDefaultSatellite(std::string_view name) {
 
 SatellitePtr makeSatellite(TLEData tle) {
     auto satellite = std::make_shared<Satellite>(tle.name, tle.noradId);
-    for (const auto key : split(tle.source, ',')) {
-        if (!key.empty()) satellite->sources.emplace(key);
-    }
+    satellite->sources = splitSources(tle.source);
     satellite->tle = std::move(tle);
     satellite->initOrbit();
     return satellite;
@@ -46,8 +45,16 @@ double oldestAge(const TLEManager& manager, const std::vector<std::string>& keys
 }  // namespace
 
 void AppState::loadData() {
+    announceLoad();
+    beginLoad();
+}
+
+void AppState::announceLoad() {
     isLoadingTLEs = true;
     statusMessage = std::string(kStatusFetching);
+}
+
+void AppState::beginLoad() {
     // Channels first, so that all are there before a satellite is built.
     loadTransmitterDB(weakly(&AppState::fetchElements));
 }
@@ -94,8 +101,9 @@ void AppState::showSatellites(std::vector<SatellitePtr> bodies, double oldestEle
 
 /// The stamps go on a worker, where a slow disk holds nobody up; the load begins behind that.
 void AppState::refreshTLEs() {
+    announceLoad();
     const auto& groups = subscribedCategories.get();
-    machine_.workers.run([manager = elements_, load = weakly(&AppState::loadData),
+    machine_.workers.run([manager = elements_, load = weakly(&AppState::beginLoad),
                           &loop = machine_.loop,
                           keys = std::vector<std::string>(groups.begin(), groups.end())]() mutable {
         for (const auto& key : keys) manager.forgetTimestamp(key);

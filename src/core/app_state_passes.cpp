@@ -22,14 +22,17 @@ bool hasOrbit(const Satellite& body) {
 }  // namespace
 
 /// One computation, from the selection of its start to the last list. Main thread only: the workers
-/// just carry it. Runs neither know nor await each other; the later list of a body stands.
+/// just carry it. Runs neither know nor await each other; of a body's lists that of the later run
+/// stands, whichever comes in last.
 struct AppState::PassRun {
+    std::uint64_t number = 0;
     std::vector<SatellitePtr> selected;
     std::size_t unfinished = 0;
 };
 
 void AppState::computeAllPasses() {
     auto run = std::make_shared<PassRun>();
+    run->number = ++passRuns_;
     run->selected = selectedSatellites();
     run->unfinished =
         static_cast<std::size_t>(std::count_if(run->selected.begin(), run->selected.end(),
@@ -47,23 +50,29 @@ void AppState::computeAllPasses() {
     // observer and the shared constant orbit) and gives back a whole list.
     for (std::size_t i = 0; i < run->selected.size(); ++i) {
         if (!hasOrbit(*run->selected[i])) continue;
-        machine_.workers.run([weak = weak_from_this(), &loop = machine_.loop, run, i, start,
-                              predictor = makePassPredictor(*run->selected[i], obsLatitude,
-                                                            obsLongitude, obsAltitude)]() mutable {
-            if (weak.expired()) return;
-            auto passes = std::make_shared<const PassList>(
-                predictor.findPasses(start, kHoursAhead, kLowestPeakDegrees, kStepSeconds));
-            // Moved, so that the bodies of the run are let go on the main thread.
-            loop.post([weak, run = std::move(run), i, passes = std::move(passes)] {
-                if (const auto self = weak.lock()) self->storePasses(*run, i, passes);
-            });
-        });
+        machine_.workers.run(
+            [weak = weak_from_this(), &loop = machine_.loop, run, i, start,
+             predictor = makePassPredictor(*run->selected[i], obsLatitude, obsLongitude,
+                                           obsAltitude)]() mutable {
+                if (weak.expired()) return;
+                auto passes = std::make_shared<const PassList>(
+                    predictor.findPasses(start, kHoursAhead, kLowestPeakDegrees, kStepSeconds));
+                // Moved, so that the bodies of the run are let go on the main thread.
+                loop.post([weak, run = std::move(run), i, passes = std::move(passes)] {
+                    if (const auto self = weak.lock()) self->storePasses(*run, i, passes);
+                });
+            },
+            WorkerPool::Priority::computation);
     }
 }
 
 void AppState::storePasses(PassRun& run, std::size_t index,
                            std::shared_ptr<const PassList> passes) {
-    run.selected[index]->passes = std::move(passes);
+    auto& body = *run.selected[index];
+    if (run.number > body.passRun) {
+        body.passRun = run.number;
+        body.passes = std::move(passes);
+    }
     if (--run.unfinished == 0) finishPasses(run);
 }
 

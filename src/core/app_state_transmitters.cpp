@@ -36,9 +36,11 @@ void AppState::loadBuiltinTransmitters() {
 }
 
 void AppState::pickUplink(const Satellite& satellite) {
+    selectedUplinkTransmitter = std::nullopt;
     const auto& channel = selectedTransmitter.get();
-    selectedUplinkTransmitter =
-        channel ? pairedUplink(satellite.transmitters, channel->centerFreqHz()) : std::nullopt;
+    if (!channel) return;
+    auto uplink = pairedUplink(satellite.transmitters, channel->centerFreqHz());
+    if (uplink) selectedUplinkTransmitter = std::move(uplink);
 }
 
 void AppState::selectTransmitter(const std::optional<Transmitter>& transmitter,

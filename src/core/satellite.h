@@ -45,6 +45,7 @@ class Satellite {
     Published<bool> isSelected{objectWillChange, false};
     /// From the last computation; replaced whole, so a copy of the pointer is a snapshot.
     std::shared_ptr<const PassList> passes = std::make_shared<const PassList>();
+    std::uint64_t passRun = 0;  ///< number of the computation that `passes` came from
     BodyKind bodyKind = BodyKind::sgp4;
     std::set<std::string> sources;  ///< keys of the download groups, or "celestial"
 };

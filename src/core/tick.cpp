@@ -1,7 +1,6 @@
 #include "core/tick.h"
 
-#include <cmath>
-
+#include "base/checked.h"
 #include "orbit/doppler_calc.h"
 
 namespace veloran {
@@ -32,12 +31,6 @@ ChannelDoppler dopplerOf(double restHz, double sign, const TickInput& input) {
     return result;
 }
 
-/// What the wire formats can carry: garbage in the channel data or the settings ends here.
-bool isSendable(double hz) {
-    constexpr double kInt64Limit = 9223372036854775808.0;  // 2^63
-    return std::abs(hz) < kInt64Limit;                     // false for NaN
-}
-
 void planDownlink(const TickInput& input, TickOutput& output) {
     if (!input.downlinkCenterHz) return;
     const double rest =
@@ -50,11 +43,12 @@ void planDownlink(const TickInput& input, TickOutput& output) {
     figures.dopplerRate = doppler.rate.value_or(figures.dopplerRate);
 
     if (!input.connected) return;
+    // Garbage in the channel data or the settings ends here: the wire carries 64 bits.
     if (sendsRestFrequency(input.mode)) {
-        if (isSendable(rest) && isSendable(doppler.shift) && isSendable(figures.dopplerRate)) {
+        if (fitsInt64(rest) && fitsInt64(doppler.shift) && fitsInt64(figures.dopplerRate)) {
             output.commands.push_back(SatDownlink{rest, doppler.shift, figures.dopplerRate});
         }
-    } else if (isSendable(figures.correctedFreq)) {
+    } else if (fitsInt64(figures.correctedFreq)) {
         output.commands.push_back(SetFrequency{figures.correctedFreq});
     }
 }
@@ -71,8 +65,8 @@ void planUplink(const TickInput& input, TickOutput& output) {
     const double rate = doppler.rate.value_or(0);
     output.figures.uplinkFreq = rest + doppler.shift;
     // A classic server controls the receive frequency only: the uplink is just shown.
-    if (input.connected && sendsRestFrequency(input.mode) && isSendable(rest) &&
-        isSendable(doppler.shift) && isSendable(rate)) {
+    if (input.connected && sendsRestFrequency(input.mode) && fitsInt64(rest) &&
+        fitsInt64(doppler.shift) && fitsInt64(rate)) {
         output.commands.push_back(SatUplink{rest, doppler.shift, rate});
     }
 }

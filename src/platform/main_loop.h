@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace veloran {
 
@@ -31,8 +32,13 @@ class MainLoop {
 /// they get values, and give back their results by MainLoop::post.
 class WorkerPool {
   public:
+    /// Which of the tasks that wait go first: somebody waits for a file, while long computations
+    /// may be very many.
+    enum class Priority { computation, file };
+
     virtual ~WorkerPool() = default;
-    virtual void run(MainLoop::Task task) = 0;
+    virtual void run(MainLoop::Task task, Priority priority) = 0;
+    void run(MainLoop::Task task) { run(std::move(task), Priority::file); }
 };
 
 }  // namespace veloran

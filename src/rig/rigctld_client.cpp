@@ -103,9 +103,10 @@ void RigctldClient::handleIncoming(std::string_view bytes) {
 
 void RigctldClient::flushPending() {
     framer_.clear();
-    for (auto& answer : replies_.flush()) {
-        loop_.post([answer = std::move(answer)] { answer.completion(answer.code, answer.lines); });
-    }
+    // One task for all: a server that answered nothing may have left very many.
+    loop_.post([answers = replies_.flush()] {
+        for (const auto& answer : answers) answer.completion(answer.code, answer.lines);
+    });
 }
 
 // ---- Bytes out

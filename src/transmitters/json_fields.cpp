@@ -3,10 +3,10 @@
 #include <boost/json/value.hpp>
 #include <cmath>
 
+#include "base/checked.h"
+
 namespace veloran {
 namespace {
-
-constexpr double kTwoTo63 = 9223372036854775808.0;
 
 std::optional<double> finiteNumber(const boost::json::value& value) {
     boost::system::error_code error;
@@ -52,7 +52,7 @@ std::optional<double> JsonFields::number(std::string_view key) {
 
 std::optional<double> JsonFields::hertz(std::string_view key) {
     const auto found = number(key);
-    isGood_ = isGood_ && (!found || std::abs(*found) < kTwoTo63);
+    isGood_ = isGood_ && (!found || fitsInt64(*found));
     return found;
 }
 

@@ -92,6 +92,7 @@ TEST_F(Session, OnTheSunTicksWithoutEffect) {
     app().setTickAngles(nullptr);
     auto sun = std::make_shared<Satellite>("Sun", -1);
     sun->bodyKind = BodyKind::sun;
+    sun->transmitters = satellite->transmitters;  // so that something could be sent
     app().startTracking(sun, std::nullopt);
     world.serverAccepts();
     world.takeSent();
@@ -101,6 +102,13 @@ TEST_F(Session, OnTheSunTicksWithoutEffect) {
     EXPECT_EQ(told, 0);
     EXPECT_TRUE(world.takeSent().empty());
     EXPECT_TRUE(app().isTracking);
+}
+
+TEST_F(Session, MayBeRestartedWithTheFieldsOfTheRunningOne) {
+    app().startTracking(satellite, downlink());
+    app().startTracking(app().trackingSatellite, app().selectedTransmitter);
+    EXPECT_EQ(app().trackingSatellite.get(), satellite);
+    EXPECT_EQ(app().selectedTransmitter.get()->freq, 435.64e6);
 }
 
 TEST_F(Session, WithoutAnyChannelShowsLookAnglesOnly) {

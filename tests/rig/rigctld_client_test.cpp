@@ -153,12 +153,12 @@ TEST_F(RigctldClientTest, AttemptsComeEveryTwoSecondsUntilOneSucceeds) {
 
 TEST_F(RigctldClientTest, ATimerThatTicksWhileConnectedDoesNothing) {
     connect();
-    report(TcpState::failed);
     // The loss has been reported but its timer not yet made when the connection comes up.
-    server().report(TcpState::cancelled);
+    server().report(TcpState::failed);
     server().report(TcpState::ready);
     machine.loop.runPosted();
     EXPECT_TRUE(client->isConnected());
+    ASSERT_TRUE(client->isReconnecting());
     machine.loop.advance(10);
     EXPECT_EQ(attempts(), 1U);
     EXPECT_FALSE(server().cancelled);

@@ -97,7 +97,7 @@ std::size_t SimulatedLoop::timerCount() const {
 
 // ---- SimulatedWorkers
 
-void SimulatedWorkers::run(MainLoop::Task task) {
+void SimulatedWorkers::run(MainLoop::Task task, Priority /*priority*/) {
     if (held) {
         waiting_.push_back(std::move(task));
     } else {

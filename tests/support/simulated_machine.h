@@ -48,7 +48,8 @@ class SimulatedLoop final : public MainLoop, public Clock {
 class SimulatedWorkers final : public WorkerPool {
   public:
     explicit SimulatedWorkers(MainLoop& loop) : loop_(loop) {}
-    void run(MainLoop::Task task) override;
+    using WorkerPool::run;
+    void run(MainLoop::Task task, Priority priority) override;
     /// Holds tasks back until released, to look at the time between.
     bool held = false;
     void release();

@@ -178,10 +178,8 @@ void RigColumn::colorTrackButton() {
 }
 
 void startTrackingSelectedPass(AppState& state) {
-    // Copies: starting a session changes the fields.
-    const std::optional<PassInfo> pass = state.selectedPass;
-    const std::optional<Transmitter> transmitter = state.selectedTransmitter;
-    if (pass) state.startTracking(pass->satellite, transmitter);
+    const auto& pass = state.selectedPass.get();
+    if (pass) state.startTracking(pass->satellite, state.selectedTransmitter);
 }
 
 }  // namespace veloran
