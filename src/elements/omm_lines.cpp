@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "base/calendar.h"
@@ -38,13 +39,23 @@ std::optional<std::pair<std::string_view, std::string_view>> splitOnce(std::stri
     return std::pair(text.substr(0, at), text.substr(at + 1));
 }
 
+/// The pieces around two separators; absent where there are fewer or more. What is no epoch may be
+/// as long as an answer, so no list of all its pieces is made.
+std::optional<std::array<std::string_view, 3>> splitInThree(std::string_view text, char separator) {
+    const auto first = splitOnce(text, separator);
+    if (!first) return std::nullopt;
+    const auto second = splitOnce(first->second, separator);
+    if (!second || splitOnce(second->second, separator)) return std::nullopt;
+    return std::array{first->first, second->first, second->second};
+}
+
 /// Ordinal day of the year, from "2026-04-05".
 std::optional<Epoch> parseDate(std::string_view text) {
-    const auto pieces = split(text, '-');
-    if (pieces.size() != 3) return std::nullopt;
-    const auto year = parseInt64(pieces[0]);
-    const auto month = parseInt64(pieces[1]);
-    const auto day = parseInt64(pieces[2]);
+    const auto pieces = splitInThree(text, '-');
+    if (!pieces) return std::nullopt;
+    const auto year = parseInt64((*pieces)[0]);
+    const auto month = parseInt64((*pieces)[1]);
+    const auto day = parseInt64((*pieces)[2]);
     if (!year || !month || !day) return std::nullopt;
     const auto midnight = instantFromDate(*year, *month, *day);
     if (!midnight) return std::nullopt;
@@ -53,11 +64,11 @@ std::optional<Epoch> parseDate(std::string_view text) {
 
 /// Seconds since midnight, from "13:09:00.000288".
 std::optional<double> parseTimeOfDay(std::string_view text) {
-    const auto pieces = split(text, ':');
-    if (pieces.size() != 3) return std::nullopt;
-    const auto hour = parseInt64(pieces[0]);
-    const auto minute = parseInt64(pieces[1]);
-    const auto seconds = parseDouble(pieces[2]);
+    const auto pieces = splitInThree(text, ':');
+    if (!pieces) return std::nullopt;
+    const auto hour = parseInt64((*pieces)[0]);
+    const auto minute = parseInt64((*pieces)[1]);
+    const auto seconds = parseDouble((*pieces)[2]);
     if (!hour || !minute || !seconds) return std::nullopt;
     return static_cast<double>(*hour) * 3600 + static_cast<double>(*minute) * 60 + *seconds;
 }

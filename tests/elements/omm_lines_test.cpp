@@ -63,6 +63,10 @@ TEST(ParseEpoch, EmptyPiecesCount) {
     EXPECT_FALSE(parseEpoch("2026--04-05T13:09:00"));
     EXPECT_FALSE(parseEpoch("-2026-04-05T13:09:00"));
     EXPECT_FALSE(parseEpoch("2026-04-05T13::09:00"));
+    EXPECT_FALSE(parseEpoch("2026-04-05-T13:09:00"));
+    EXPECT_FALSE(parseEpoch("2026-04-05T13:09:00:"));
+    EXPECT_FALSE(parseEpoch("2026-04T13:09:00"));
+    EXPECT_FALSE(parseEpoch("2026-04-05T13:09"));
 }
 
 TEST(SynthesizedLines, AreSixtyNineCharactersWhateverTheNumbersAre) {

@@ -109,6 +109,10 @@ TEST(OMMParserParse, GarbageOfManyMegabytesGivesNothing) {
     std::string numbers = "[0";
     while (numbers.size() < 10'000'000) numbers += ",0";
     EXPECT_TRUE(OMMParser::parse(numbers + "]").empty());
+    for (const auto& epoch : {std::string(20'000'000, '-') + "T13:09:00",
+                              "2026-04-05T" + std::string(20'000'000, ':')}) {
+        EXPECT_EQ(countBesideAGoodOne(with("EPOCH", boost::json::string(epoch))), 1u);
+    }
 }
 
 TEST(OMMParserParse, BrokenTextInsideAStringGivesNothing) {
