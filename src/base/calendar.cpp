@@ -28,6 +28,10 @@ constexpr std::int64_t floorDiv(std::int64_t a, std::int64_t b) {
     return a / b - (a % b < 0 ? 1 : 0);
 }
 
+constexpr std::int64_t floorMod(std::int64_t a, std::int64_t b) {
+    return a % b + (a % b < 0 ? b : 0);
+}
+
 constexpr bool isLeapYear(std::int64_t year) {
     return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
 }
@@ -75,8 +79,9 @@ CivilTime civilTime(Instant t) {
     const double wholeSeconds = std::floor(t.secondsSinceReference);
     const double fraction = t.secondsSinceReference - wholeSeconds;
     const std::int64_t days = dayNumber(wholeSeconds);
+    // Not by the seconds of the days before: those of the farthest day need more than 64 bits.
     const std::int64_t secondOfDay =
-        static_cast<std::int64_t>(wholeSeconds) - days * kSecondsPerDay;
+        floorMod(static_cast<std::int64_t>(wholeSeconds), kSecondsPerDay);
 
     const auto [year, dayInYear] = yearAndDay(days);
     const MonthStarts& starts = monthStarts(year);
@@ -108,8 +113,7 @@ std::optional<Instant> instantFromDate(std::int64_t year, std::int64_t month, st
     }
     const std::int64_t monthsFromJanuary = month - 1;
     const std::int64_t wholeYear = year + floorDiv(monthsFromJanuary, 12);
-    const auto monthInYear =
-        static_cast<std::size_t>(monthsFromJanuary - floorDiv(monthsFromJanuary, 12) * 12);
+    const auto monthInYear = static_cast<std::size_t>(floorMod(monthsFromJanuary, 12));
     const std::int64_t days =
         daysUntilYear(wholeYear) + monthStarts(wholeYear)[monthInYear] + day - 1;
     if (beyond(days, exactDays)) return std::nullopt;

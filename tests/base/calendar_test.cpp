@@ -1,5 +1,6 @@
 #include "base/calendar.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -87,6 +88,17 @@ TEST(CivilTime, FarMomentsHaveADate) {
     EXPECT_TRUE(isCivil(Instant{9.2e18}));
     EXPECT_NEAR(static_cast<double>(civilTime(Instant{9.2e18}).year), 9.2e18 / 31556952.0, 1e4);
     EXPECT_NEAR(static_cast<double>(civilTime(Instant{-9.2e18}).year), -9.2e18 / 31556952.0, 1e4);
+}
+
+TEST(CivilTime, FirstAndLastMomentsAreTakenApartToTheSecond) {
+    const auto text = [](double seconds) {
+        const Instant at{seconds};
+        const CivilTime c = civilTime(at);
+        return fmt::format("{}-{:02d}-{:02d} {:02d}:{:02d}:{:02d}, day {}", c.year, c.month, c.day,
+                           c.hour, c.minute, c.second, dayOfYear(at));
+    };
+    EXPECT_EQ(text(std::nextafter(0x1p63, 0.0)), "292277026627-12-06 15:13:04, day 340");
+    EXPECT_EQ(text(std::nextafter(-0x1p63, 0.0)), "-292277022626-01-27 08:46:56, day 27");
 }
 
 TEST(CivilTimeDeathTest, MomentBeyondTheCalendarStopsTheProgram) {
