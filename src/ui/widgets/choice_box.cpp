@@ -2,6 +2,7 @@
 
 #include <QAbstractItemView>
 #include <QStylePainter>
+#include <QWheelEvent>
 #include <algorithm>
 
 namespace veloran {
@@ -16,6 +17,10 @@ void ChoiceBox::showPopup() {
     constexpr int kItemMargins = 32;
     view()->setMinimumWidth(std::max(width(), view()->sizeHintForColumn(0) + kItemMargins));
     QComboBox::showPopup();
+}
+
+void ChoiceBox::wheelEvent(QWheelEvent* event) {
+    event->ignore();
 }
 
 void ChoiceBox::paintEvent(QPaintEvent*) {

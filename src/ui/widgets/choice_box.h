@@ -5,7 +5,8 @@
 namespace veloran {
 
 /// A drop-down whose long labels stay readable: the closed box draws them smaller, then cuts them
-/// in the middle; the open list is as wide as they are.
+/// in the middle; the open list is as wide as they are. A turn of the wheel over the closed box
+/// chooses nothing: a choice may retune the radio.
 class ChoiceBox : public QComboBox {
     Q_OBJECT
   public:
@@ -15,6 +16,7 @@ class ChoiceBox : public QComboBox {
     void showPopup() override;
 
   protected:
+    void wheelEvent(QWheelEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 };
 
