@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QFontMetrics>
+#include <algorithm>
 
 #include "ui/theme.h"
 
@@ -26,18 +27,22 @@ SelectableValue::SelectableValue(const TextStyle& style, const QString& sample, 
 void SelectableValue::setValue(std::string_view utf8) {
     const QString value = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
     if (value == text()) return;
-    const auto all = static_cast<int>(text().size());
-    const int start = selectionStart();
-    const int length = selectionLength();
-    const bool backwards = start >= 0 && cursorPosition() == start;
+    const auto before = static_cast<int>(text().size());
+    const auto size = static_cast<int>(value.size());
+    const int cursor = cursorPosition();
+    // A selection lies between the cursor and where it was begun, on either side.
+    const int anchor = cursor == selectionStart() ? selectionEnd() : selectionStart();
+    const bool all = selectionLength() == before;
+    const auto moved = [&](int position) {
+        return all && position == before ? size : std::min(position, size);
+    };
     fitWidth(value);
     setText(value);
-    setCursorPosition(0);
-    if (start < 0) return;
-    const auto size = static_cast<int>(value.size());
-    const int from = length == all ? 0 : std::min(start, size);
-    const int to = length == all ? size : std::min(start + length, size);
-    setSelection(backwards ? to : from, backwards ? from - to : to - from);
+    if (anchor < 0 || moved(anchor) == moved(cursor)) {
+        setCursorPosition(std::min(cursor, size));
+    } else {
+        setSelection(moved(anchor), moved(cursor) - moved(anchor));
+    }
 }
 
 void SelectableValue::changeEvent(QEvent* event) {

@@ -8,7 +8,8 @@
 namespace veloran {
 
 /// A number that the user may select and copy, by mouse, keyboard and context menu, while it
-/// changes: an update keeps what is selected, and "all" stays all.
+/// changes: an update keeps the cursor and what is selected, also in the middle of a drag, and
+/// "all" stays all.
 class SelectableValue : public QLineEdit {
     Q_OBJECT
   public:

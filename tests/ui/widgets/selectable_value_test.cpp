@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QMouseEvent>
 #include <QTest>
 
 namespace veloran {
@@ -39,6 +40,39 @@ TEST_F(SelectableValueTest, SelectionIsCutWhereTheTextEnds) {
     value.setSelection(4, 3);
     value.setValue("—");
     EXPECT_EQ(value.selectedText(), "");
+}
+
+TEST_F(SelectableValueTest, CursorStaysWhereTheNextSelectionBegins) {
+    value.setCursorPosition(7);
+    value.setValue("145.801.250");
+    EXPECT_EQ(value.cursorPosition(), 7);
+    value.cursorForward(true, 2);
+    EXPECT_EQ(value.selectedText(), ".2");
+    value.setCursorPosition(11);
+    value.setValue("—");
+    EXPECT_EQ(value.cursorPosition(), 1);
+}
+
+TEST_F(SelectableValueTest, DragGoesOnFromWhereItBegan) {
+    value.show();
+    const auto dragTo = [this](int position) {
+        const QPointF at(value.fontMetrics().horizontalAdvance(value.text().left(position)) + 1,
+                         value.height() / 2.0);
+        QMouseEvent move(QEvent::MouseMove, at, value.mapToGlobal(at), Qt::NoButton, Qt::LeftButton,
+                         Qt::NoModifier);
+        QApplication::sendEvent(&value, &move);
+    };
+    const QPoint seventh(value.fontMetrics().horizontalAdvance("145.800") + 1, value.height() / 2);
+    QTest::mousePress(&value, Qt::LeftButton, {}, seventh);
+    value.setValue("145.801.250");
+    dragTo(5);
+    EXPECT_EQ(value.selectedText(), "01");
+    value.setValue("145.802.500");
+    dragTo(4);
+    EXPECT_EQ(value.selectedText(), "802");
+    value.setValue("145.803.750");
+    dragTo(9);
+    EXPECT_EQ(value.selectedText(), ".7");
 }
 
 TEST_F(SelectableValueTest, KeyboardCopies) {
