@@ -44,13 +44,17 @@ TransponderPicker::TransponderPicker(std::shared_ptr<AppState> state, QWidget* p
 }
 
 void TransponderPicker::refresh(const SatellitePtr& satellite) {
-    if (satellite != satellite_ || satellite->transmitters != offered_) offer(satellite);
-    const auto& selected = state_->selectedTransmitter.get();
-    const std::string id = shownSelectionId(
-        selections_, selected ? std::optional(selected->centerFreqHz()) : std::nullopt);
+    const auto& channel = state_->selectedTransmitter.get();
+    const Selected selected{channel ? std::optional(channel->centerFreqHz()) : std::nullopt,
+                            channel && channel->inverting};
+    const bool offersAnew = satellite != satellite_ || satellite->transmitters != offered_;
+    if (!offersAnew && selected == shown_) return;
+    if (offersAnew) offer(satellite);
+    shown_ = selected;
+    const std::string id = shownSelectionId(selections_, selected.centerHz);
     choices_->setCurrentIndex(choices_->findData(QString::fromStdString(id)));
     row_->setVisible(!selections_.empty());
-    inverting_->setVisible(!selections_.empty() && selected && selected->inverting);
+    inverting_->setVisible(!selections_.empty() && selected.inverting);
 }
 
 void TransponderPicker::offer(const SatellitePtr& satellite) {
@@ -65,6 +69,7 @@ void TransponderPicker::offer(const SatellitePtr& satellite) {
 }
 
 void TransponderPicker::choose(int index) {
+    shown_.reset();  // of choices with one downlink the first shows, whichever was picked
     const std::string id = choices_->itemData(index).toString().toStdString();
     const auto chosen = std::ranges::find_if(
         selections_, [&](const TransmitterSelection& s) { return s.id() == id; });

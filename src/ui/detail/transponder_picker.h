@@ -20,6 +20,13 @@ class TransponderPicker : public QWidget {
     void refresh(const SatellitePtr& satellite);
 
   private:
+    /// What of the selected channel shows here.
+    struct Selected {
+        std::optional<double> centerHz;
+        bool inverting;
+        bool operator==(const Selected&) const = default;
+    };
+
     void offer(const SatellitePtr& satellite);
     void choose(int index);
 
@@ -27,6 +34,7 @@ class TransponderPicker : public QWidget {
     SatellitePtr satellite_;
     std::vector<Transmitter> offered_;
     std::vector<TransmitterSelection> selections_;
+    std::optional<Selected> shown_;
     QWidget* row_;
     ChoiceBox* choices_;
     QWidget* inverting_;

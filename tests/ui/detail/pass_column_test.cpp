@@ -1,5 +1,8 @@
 #include "ui/detail/pass_column.h"
 
+#include <QApplication>
+#include <QWheelEvent>
+
 #include "../ui_fixture.h"
 #include "ui/widgets/choice_box.h"
 
@@ -76,6 +79,30 @@ TEST_F(PassColumnTest, ChoosingSelectsTheDownlink) {
     choose(0);
     EXPECT_EQ(state->selectedTransmitter->value(), downlink);
     EXPECT_FALSE(state->isTracking);
+}
+
+TEST_F(PassColumnTest, WheelOverThePickerRetunesNothing) {
+    const auto fo29 = addSatellite("FO-29", 24278, {passAt(start)}, {voice, downlink, uplink});
+    select(fo29, downlink);
+    column.refresh();
+    column.show();
+    for (const int turn : {-120, 120}) {
+        QWheelEvent wheel(QPointF(5, 5), picker().mapToGlobal(QPointF(5, 5)), {}, {0, turn},
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&picker(), &wheel);
+        EXPECT_EQ(state->selectedTransmitter->value(), downlink);
+        EXPECT_EQ(picker().currentIndex(), 0);
+    }
+}
+
+TEST_F(PassColumnTest, OfChoicesWithOneDownlinkTheFirstShows) {
+    const auto twice = addSatellite("ISS", 25544, {passAt(start)},
+                                    {voice, channel("down", voice.centerFreqHz(), "CW")});
+    select(twice, voice);
+    column.refresh();
+    ASSERT_EQ(picker().count(), 2);
+    choose(1);
+    EXPECT_EQ(picker().currentIndex(), 0);
 }
 
 TEST_F(PassColumnTest, ChannelsThatArriveLaterAreOffered) {
