@@ -17,13 +17,19 @@ namespace veloran {
 
 namespace {
 
-QByteArray symbolSvg(Symbol symbol) {
-    static constexpr std::array<const char*, 4> files = {"arrow-clockwise", "arrow-up-and-down",
-                                                         "play", "stop"};
-    keepResources();
-    QFile file(QString(":/veloran/symbols/%1.svg")
-                   .arg(QLatin1String(files[static_cast<std::size_t>(symbol)])));
+QByteArray readSymbol(const char* name) {
+    QFile file(QString(":/veloran/symbols/%1.svg").arg(QLatin1String(name)));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QByteArray symbolSvg(Symbol symbol) {
+    static constexpr std::array<const char*, 4> names = {"arrow-clockwise", "arrow-up-and-down",
+                                                         "play", "stop"};
+    static std::array<QByteArray, names.size()> read;
+    const auto index = static_cast<std::size_t>(symbol);
+    keepResources();
+    if (read[index].isEmpty()) read[index] = readSymbol(names[index]);
+    return read[index];
 }
 
 void paintSymbol(QPainter& painter, const QRectF& rect, Symbol symbol, const QColor& color) {
