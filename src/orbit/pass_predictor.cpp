@@ -59,11 +59,9 @@ PassList PassPredictor::findPasses(Instant start, double hoursAhead, double minE
     const Instant end = start + std::min(hoursAhead, maxSearchHours) * 3600.0;
     PassList passes;
     std::optional<OpenPass> open;
+    const auto isHighEnough = [&] { return open->highestElevation >= minElevation; };
     const auto close = [&](Instant setTime) {
-        if (open->highestElevation >= minElevation) {
-            if (auto pass = closePass(*open, setTime)) passes.push_back(*std::move(pass));
-        }
-        open.reset();
+        if (auto pass = closePass(*open, setTime)) passes.push_back(*std::move(pass));
     };
 
     for (Instant t = start; t < end;) {
@@ -74,7 +72,10 @@ PassList PassPredictor::findPasses(Instant start, double hoursAhead, double minE
                 open->highestElevation = el;
                 open->highestTime = t;
             }
-            if (el < exitElevation) close(refineSet(open->highestTime, t));
+            if (el < exitElevation) {
+                if (isHighEnough()) close(refineSet(open->highestTime, t));
+                open.reset();
+            }
         } else if (el > 0.0) {
             open = openPass(t, el, step);
         }
@@ -82,7 +83,7 @@ PassList PassPredictor::findPasses(Instant start, double hoursAhead, double minE
         if (next <= t) break;  // so far from the reference date that a step is lost in rounding
         t = next;
     }
-    if (open) close(end);
+    if (open && isHighEnough()) close(end);
     return passes;
 }
 

@@ -101,6 +101,15 @@ TEST(PassPredictor, DipOfHalfADegreeIsStillOnePass) {
     EXPECT_NEAR(passes[0].setTime - kStart, 1200.0, 1e-5);
 }
 
+TEST(PassPredictor, DipOfExactlyOneDegreeIsStillOnePass) {
+    const auto passes = passesOf(body([](double s) {
+        if (s < 600.0 || s > 1200.0) return -20.0;
+        return std::abs(s - 900.0) < 60.0 ? -1.0 : 10.0;
+    }));
+    ASSERT_EQ(passes.size(), 1U);
+    EXPECT_NEAR(passes[0].setTime - kStart, 1200.0, 1e-5);
+}
+
 TEST(PassPredictor, DipBelowOneDegreeMakesTwoPasses) {
     const auto passes = passesOf(body([](double s) {
         if (s < 600.0 || s > 1200.0) return -20.0;
@@ -149,6 +158,24 @@ TEST(PassPredictor, MinimumElevationIsOfTheHighestSample) {
     EXPECT_TRUE(passesOf(graze, 24.0, 2.0).empty());
     EXPECT_TRUE(passesOf(graze, 24.0, 1.95).empty());
     EXPECT_EQ(passesOf(graze, 24.0, 0.0).size(), 1U);
+}
+
+TEST(PassPredictor, PassThatIsTooLowIsNotRefinedFurther) {
+    int samples = 0;
+    const auto passes = passesOf(body([&](double s) {
+                                     ++samples;
+                                     return s >= 600.0 && s < 700.0 ? 1.5 : -5.0;
+                                 }),
+                                 1.0);
+    EXPECT_TRUE(passes.empty());
+    const int before = 30, within = 10, exit = 1, after = 145;    // steps of 20, 10, 10 and 20 s
+    EXPECT_EQ(samples, before + within + exit + after + 25 + 1);  // and its rise with the azimuth
+}
+
+TEST(PassPredictor, PassOfExactlyTheMinimumElevationCounts) {
+    const auto level = body([](double) { return 2.0; });
+    EXPECT_EQ(passesOf(level, 1.0, 2.0).size(), 1U);
+    EXPECT_TRUE(passesOf(level, 1.0, std::nextafter(2.0, 3.0)).empty());
 }
 
 TEST(PassPredictor, RefinedPeakBetweenSamplesDoesNotCount) {
