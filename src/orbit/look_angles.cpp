@@ -17,9 +17,19 @@ constexpr double earthRotation = 7.2921158553e-5;
 /// 1 - e^2 of the ellipsoid.
 constexpr double polarFactor = 1.0 - WGS84::e2;
 
-/// Radius of curvature in the prime vertical, km.
+/// Radius of curvature in the prime vertical, km: N = R / sqrt(1 - e^2 sin^2 phi).
 double primeVerticalRadius(double sinLat) {
     return WGS84::radiusEarthKm / std::sqrt(1.0 - WGS84::e2 * sinLat * sinLat);
+}
+
+/// From the Earth's centre, km: r = ((N + h) cos phi cos a, (N + h) cos phi sin a,
+/// (N (1 - e^2) + h) sin phi), where the angle `a` is the longitude in an Earth-fixed frame and the
+/// local sidereal angle in an inertial one.
+Vec3 observerPosition(double sinLat, double cosLat, double sinAngle, double cosAngle,
+                      double altKm) {
+    const double n = primeVerticalRadius(sinLat);
+    return {(n + altKm) * cosLat * cosAngle, (n + altKm) * cosLat * sinAngle,
+            (n * polarFactor + altKm) * sinLat};
 }
 
 double dot(const Vec3& a, const Vec3& b) {
@@ -65,6 +75,9 @@ Instant dateFromJday(double jd, double jdFrac) {
     return Instant::fromUnixSeconds(0.0) + (jd + jdFrac - j2000) * 86400.0;
 }
 
+// T = (jd - J2000) / 36525
+// seconds of time = 67310.54841 + (876600 h + 8640184.812866) T + 0.093104 T^2 - 6.2e-6 T^3
+// 240 of them are a degree.
 double gstime(double jdut1) {
     const double tut1 = (jdut1 - j2000) / 36525.0;
     const double secondsOfTime = -6.2e-6 * tut1 * tut1 * tut1 + 0.093104 * tut1 * tut1 +
@@ -76,9 +89,7 @@ double gstime(double jdut1) {
 Vec3 observerECEF(double latDeg, double lonDeg, double altKm) {
     const double lat = latDeg * deg2rad;
     const double lon = lonDeg * deg2rad;
-    const double n = primeVerticalRadius(std::sin(lat));
-    return {(n + altKm) * std::cos(lat) * std::cos(lon),
-            (n + altKm) * std::cos(lat) * std::sin(lon), (n * polarFactor + altKm) * std::sin(lat)};
+    return observerPosition(std::sin(lat), std::cos(lat), std::sin(lon), std::cos(lon), altKm);
 }
 
 TopocentricResult temeToTopocentric(const Vec3& satPos, const Vec3& satVel, double obsLat,
@@ -90,19 +101,22 @@ TopocentricResult temeToTopocentric(const Vec3& satPos, const Vec3& satVel, doub
     const double sinTheta = std::sin(theta);
     const double cosTheta = std::cos(theta);
 
-    const double n = primeVerticalRadius(sinLat);
-    const Vec3 observer{(n + obsAlt) * cosLat * cosTheta, (n + obsAlt) * cosLat * sinTheta,
-                        (n * polarFactor + obsAlt) * sinLat};
+    // v = omega x r
+    const Vec3 observer = observerPosition(sinLat, cosLat, sinTheta, cosTheta, obsAlt);
     const Vec3 observerVelocity{-earthRotation * observer.y, earthRotation * observer.x, 0.0};
 
     const Vec3 r = satPos - observer;
     TopocentricResult look;
+    // rho = |r|, rho' = r . v / |r|
     look.range = std::sqrt(dot(r, r));
     look.rangeRate = dot(r, satVel - observerVelocity) / look.range;
 
+    // up = (cos phi cos theta, cos phi sin theta, sin phi) . r; sin el = up / rho
     const double up = (cosLat * cosTheta) * r.x + (cosLat * sinTheta) * r.y + sinLat * r.z;
     look.elevation = std::asin(up / look.range) * rad2deg;
 
+    // east = (-sin theta, cos theta, 0) . r; tan az = east / north
+    // north = (-sin phi cos theta, -sin phi sin theta, cos phi) . r
     const double east = -sinTheta * r.x + cosTheta * r.y;
     const double north = -sinLat * cosTheta * r.x - sinLat * sinTheta * r.y + cosLat * r.z;
     look.azimuth = std::atan2(east, north) * rad2deg;

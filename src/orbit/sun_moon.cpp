@@ -90,10 +90,13 @@ double withinTurn(double radians) {
 TopocentricResult toTopocentric(const EquatorialPlace& place, Instant at, double obsLat,
                                 double obsLon) {
     const double lat = obsLat * deg2rad;
+    // H = theta + lambda - alpha
     const double localSiderealAngle = siderealAngle(at) + obsLon * deg2rad;
     const double hourAngle = withinHalfTurn(localSiderealAngle - place.ra, twoPi);
+    // sin el = sin phi sin delta + cos phi cos delta cos H
     const double sinElevation = std::sin(lat) * std::sin(place.dec) +
                                 std::cos(lat) * std::cos(place.dec) * std::cos(hourAngle);
+    // tan az = -sin H / (tan delta cos phi - sin phi cos H)
     const double azimuth =
         std::atan2(-std::sin(hourAngle),
                    std::tan(place.dec) * std::cos(lat) - std::sin(lat) * std::cos(hourAngle));
@@ -113,10 +116,13 @@ SubSatellitePoint pointBelow(const EquatorialPlace& place, Instant at) {
 
 }  // namespace
 
+// epsilon = 23.43928 deg - 0.013 deg T
 double obliquity(Instant at) {
     return (23.43928 - 0.013 * (daysSinceJ2000(at) / 36525.0)) * deg2rad;
 }
 
+// lambda = L + 1.915 sin g + 0.020 sin 2g, in degrees; beta = 0
+// R = 1.00014 - 0.01671 cos g - 0.00014 cos 2g, in au
 EquatorialPlace sunEquatorial(Instant at) {
     const double n = daysSinceJ2000(at);
     const double meanLongitude = wrap360(280.46 + 0.9856474 * n);
@@ -125,6 +131,7 @@ EquatorialPlace sunEquatorial(Instant at) {
         (meanLongitude + 1.915 * std::sin(g) + 0.02 * std::sin(2.0 * g)) * deg2rad;
     const double epsilon = obliquity(at);
 
+    // tan alpha = cos epsilon tan lambda; sin delta = sin epsilon sin lambda
     EquatorialPlace place;
     place.ra = withinTurn(std::atan2(std::cos(epsilon) * std::sin(lambda), std::cos(lambda)));
     place.dec = std::asin(std::sin(epsilon) * std::sin(lambda));
@@ -133,6 +140,8 @@ EquatorialPlace sunEquatorial(Instant at) {
     return place;
 }
 
+// lambda = L' + longitude terms, beta = latitude terms, in degrees
+// distance = 385000.56 km + distance terms
 EquatorialPlace moonEquatorial(Instant at) {
     const double t = daysSinceJ2000(at) / 36525.0;
     const double meanLongitude = wrap360(218.3164477 + 481267.88123421 * t);
@@ -146,6 +155,8 @@ EquatorialPlace moonEquatorial(Instant at) {
     const double beta = sumOfSines(latitudeTerms, a) * deg2rad;
     const double epsilon = obliquity(at);
 
+    // tan alpha = (sin lambda cos epsilon - tan beta sin epsilon) / cos lambda
+    // sin delta = sin beta cos epsilon + cos beta sin epsilon sin lambda
     EquatorialPlace place;
     place.ra = withinTurn(
         std::atan2(std::sin(lambda) * std::cos(epsilon) - std::tan(beta) * std::sin(epsilon),
