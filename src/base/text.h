@@ -50,7 +50,8 @@ std::optional<std::int64_t> parseInt64(std::string_view text);
 /// anything else is there, and for what a double cannot hold (infinities, NaN).
 std::optional<double> parseDouble(std::string_view text);
 
-/// The shortest decimal digits that read back to the same double, with a point: "1.0", "1e+20".
+/// The shortest decimal digits that read back to the same double, with a point or an exponent:
+/// "1.0", "1e+20".
 std::string shortestText(double value);
 
 }  // namespace veloran

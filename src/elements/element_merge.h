@@ -13,7 +13,8 @@ namespace veloran {
 inline constexpr const char* kCustomSource = "custom";
 
 /// Whether `candidate` replaces `incumbent`: newer by more than 60 seconds, or imported where the
-/// incumbent is not and the epochs lie within 60 seconds.
+/// incumbent is not and the epochs lie within 60 seconds. A set without an epoch neither replaces
+/// another nor is replaced.
 bool isFresherOrPreferred(const TLEData& candidate, const TLEData& incumbent);
 
 /// One set for each catalogue number, in order of first appearance; `source` becomes the sorted

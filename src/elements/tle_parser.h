@@ -16,8 +16,8 @@ namespace TLEParser {
 /// All sets of a text, with or without name lines ("Unknown" without); bad blocks are left out.
 std::vector<TLEData> parse(std::string_view text);
 
-/// Absent when a line has fewer than 69 characters or a number does not read. A bad drag term or
-/// revolution number reads as 0. `source` is left empty.
+/// Absent when a line has fewer than 69 characters, when a number does not read, and when no
+/// calendar has the epoch. A bad drag term or revolution number reads as 0. `source` is left empty.
 std::optional<TLEData> parseTwoLines(std::string_view name, std::string_view line1,
                                      std::string_view line2);
 

@@ -23,7 +23,8 @@ struct DopplerRange {
 };
 
 /// First-order Doppler: shift = -(f rangeRate) / c. For an uplink the caller negates the range
-/// rate, so that the signal arrives on its rest frequency.
+/// rate, so that the signal arrives on its rest frequency. Frequencies and shifts in Hz, range
+/// rates in km/s (positive when receding), latitude and longitude in degrees, height in metres.
 class DopplerCalc {
   public:
     static constexpr double speedOfLight = 299792.458;  // km/s
@@ -31,6 +32,7 @@ class DopplerCalc {
     static constexpr double lookAheadSeconds = 0.5;
 
     static double compute(double freqHz, double rangeRateKmS);
+    /// Absent where the look angles at `date`, or lookAheadSeconds after it, are absent.
     static std::optional<DopplerResult> computeFull(const SatRec& satrec, Instant date,
                                                     double freqHz, double obsLat, double obsLon,
                                                     double obsAltMeters);

@@ -11,7 +11,9 @@ namespace veloran {
 
 /// Look angles from an observer. Purely geometric: no refraction, no polar motion, no nutation.
 struct TopocentricResult {
-    double azimuth = 0;    ///< degrees from true north through east, 0 up to 360
+    /// Degrees from true north through east, 0 up to 360; exactly 360 by rounding, just west of
+    /// north.
+    double azimuth = 0;
     double elevation = 0;  ///< degrees above the geodetic horizon, -90 to +90
     double range = 0;      ///< km
     double rangeRate = 0;  ///< km/s, positive when receding

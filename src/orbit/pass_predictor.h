@@ -10,7 +10,8 @@
 
 namespace veloran {
 
-/// One sample of a pass; units as in TopocentricResult.
+/// One sample of a pass; units as in TopocentricResult, and like there the elevation of a body
+/// right at the zenith may be NaN.
 struct PassPoint {
     Instant date;
     double azimuth = 0;
@@ -21,15 +22,17 @@ struct PassPoint {
 
 /// One stay above the horizon (elevation 0). Angles in degrees, `duration` in seconds.
 struct PredictedPass {
+    /// For a pass under way at the start of the search, about one step (10 s) before that start.
     Instant riseTime;
     Instant peakTime;
-    Instant setTime;  ///< the end of the search span if the pass outlasts it
-    double maxElevation = 0;
+    Instant setTime;          ///< the end of the search span if the pass outlasts it
+    double maxElevation = 0;  ///< at `peakTime`; may be NaN right at the zenith
     double riseAzimuth = 0;
     double setAzimuth = 0;
     double peakAzimuth = 0;
     double duration = 0;
-    std::vector<PassPoint> trackPoints;  ///< evenly spaced from rise to set, 21 to 201
+    /// Evenly spaced from rise to set, 21 to 201; fewer where samples are absent.
+    std::vector<PassPoint> trackPoints;
 };
 
 using PassList = std::vector<PredictedPass>;

@@ -7,7 +7,7 @@
 
 namespace veloran {
 
-/// State in the true equator, mean equinox frame (TEME) of the element set's epoch system.
+/// State in the true equator, mean equinox frame (TEME) of date.
 struct SGP4Result {
     Vec3 position;  ///< km
     Vec3 velocity;  ///< km/s

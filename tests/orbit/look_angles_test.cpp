@@ -85,10 +85,40 @@ TEST(TemeToTopocentric, BodyDueWestHasAzimuth270) {
     EXPECT_NEAR(look.range, 1000.0, 1e-9);
 }
 
+TEST(TemeToTopocentric, BodyAHairWestOfNorthHasAzimuth360) {
+    const TopocentricResult look =
+        temeToTopocentric({6378.137, -1e-20, 1000.0}, {0.0, 0.0, 0.0}, 0.0, 0.0, 0.0, 0.0);
+    EXPECT_EQ(look.azimuth, 360.0);
+}
+
 TEST(TemeToTopocentric, BodyAtTheZenithHasElevation90) {
     const TopocentricResult look =
         temeToTopocentric({0.0, 7000.0, 0.0}, {0.0, 0.0, 0.0}, 0.0, 90.0, 0.0, 0.0);
     EXPECT_NEAR(look.elevation, 90.0, 2e-6);
+}
+
+TEST(TemeToTopocentric, SineThatRoundsPastOneIsNoNumber) {
+    int places = 0;
+    int noNumbers = 0;
+    for (double lat = -90.0; lat <= 90.0; lat += 2.5) {
+        for (double theta = 0.0; theta < 360.0; theta += 7.5) {
+            ++places;
+            const Vec3 below = observerECEF(lat, theta, 0.0);
+            const double out = std::cos(lat * deg2rad);
+            const Vec3 body{below.x + 1000.0 * out * std::cos(theta * deg2rad),
+                            below.y + 1000.0 * out * std::sin(theta * deg2rad),
+                            below.z + 1000.0 * std::sin(lat * deg2rad)};
+            const double elevation =
+                temeToTopocentric(body, {}, lat, 0.0, 0.0, theta * deg2rad).elevation;
+            if (std::isnan(elevation)) {
+                ++noNumbers;
+            } else {
+                EXPECT_NEAR(elevation, 90.0, 2e-6) << lat << ", " << theta;
+            }
+        }
+    }
+    EXPECT_GT(noNumbers, 0);
+    EXPECT_LT(noNumbers, places);
 }
 
 TEST(TemeToTopocentric, OverheadAndHorizontalMotionHasNoRangeRate) {
