@@ -1,7 +1,7 @@
 #include "ui/pass_list/pass_list_model.h"
 
 #include <algorithm>
-#include <cmath>
+#include <utility>
 
 namespace veloran {
 
@@ -19,6 +19,7 @@ void PassListModel::refresh() {
         beginResetModel();
         sources_ = std::move(sources);
         rows_ = sortedPassRows(satellites);
+        moments_ = momentsNow();
         endResetModel();
     }
     const auto& pass = state_->selectedPass.get();
@@ -29,7 +30,11 @@ void PassListModel::refresh() {
 }
 
 void PassListModel::updateTimes() {
-    if (!rows_.empty()) emit dataChanged(index(0), index(rowCount() - 1));
+    const std::vector<RowMoment> before = std::exchange(moments_, momentsNow());
+    for (int i = 0; i < rowCount(); ++i) {
+        const auto row = static_cast<std::size_t>(i);
+        if (moments_[row] != before[row]) emit dataChanged(index(i), index(i));
+    }
 }
 
 int PassListModel::rowCount(const QModelIndex& parent) const {
@@ -44,17 +49,26 @@ QVariant PassListModel::data(const QModelIndex& index, int role) const {
 }
 
 PassRowLook PassListModel::look(int index) const {
-    const Instant now = state_->now();
-    const PassRow& shown = row(index);
-    return passRowLook(shown, isSelectedPass(shown, state_->selectedPass),
-                       nextPassIndex(rows_, now) == static_cast<std::size_t>(index), now);
+    return passRowLook(row(index), moments_[static_cast<std::size_t>(index)]);
 }
 
-std::optional<int> PassListModel::findPass(std::int64_t satelliteId, Instant riseTime) const {
-    constexpr double kSamePassSeconds = 60;
+std::vector<RowMoment> PassListModel::momentsNow() const {
+    const Instant now = state_->now();
+    const auto next = nextPassIndex(rows_, now);
+    std::vector<RowMoment> moments;
+    moments.reserve(rows_.size());
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+        moments.push_back(
+            rowMoment(rows_[i], isSelectedPass(rows_[i], state_->selectedPass), next == i, now));
+    }
+    return moments;
+}
+
+std::optional<int> PassListModel::findPass(std::int64_t satelliteId, Instant riseTime,
+                                           Instant setTime) const {
     const auto found = std::ranges::find_if(rows_, [&](const PassRow& row) {
-        return row.satellite->id == satelliteId &&
-               std::abs(row.pass().riseTime - riseTime) < kSamePassSeconds;
+        return row.satellite->id == satelliteId && row.pass().riseTime <= setTime &&
+               row.pass().setTime >= riseTime;
     });
     if (found == rows_.end()) return std::nullopt;
     return static_cast<int>(found - rows_.begin());

@@ -19,7 +19,7 @@ class PassListModel : public QAbstractListModel {
     /// Reads the state; the rows are made anew only when a pass list or the favourites have
     /// changed.
     void refresh();
-    /// Lets what depends on the present moment be drawn again.
+    /// Lets the rows that look different at the present moment be drawn again.
     void updateTimes();
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -27,8 +27,9 @@ class PassListModel : public QAbstractListModel {
 
     const PassRow& row(int index) const { return rows_[static_cast<std::size_t>(index)]; }
     PassRowLook look(int index) const;
-    /// The row of the same pass after it was computed anew, which may move it by some seconds.
-    std::optional<int> findPass(std::int64_t satelliteId, Instant riseTime) const;
+    /// The row of the same pass after it was computed anew, which may move its ends: a pass under
+    /// way then begins with the search. Passes of one satellite do not overlap.
+    std::optional<int> findPass(std::int64_t satelliteId, Instant riseTime, Instant setTime) const;
 
   private:
     /// What the rows were made from.
@@ -38,9 +39,12 @@ class PassListModel : public QAbstractListModel {
         bool operator==(const Source&) const = default;
     };
 
+    std::vector<RowMoment> momentsNow() const;
+
     std::shared_ptr<AppState> state_;
     std::vector<Source> sources_;
     std::vector<PassRow> rows_;
+    std::vector<RowMoment> moments_;  ///< of each row, as last shown
     std::optional<UniqueId> selected_;
 };
 

@@ -10,10 +10,10 @@ namespace veloran {
 
 namespace {
 
-std::optional<Tint> rowBackground(bool isSelected, bool isInProgress, bool isNext) {
-    if (isSelected) return Tint{Ink::blue, 0.15};
-    if (isInProgress) return Tint{Ink::green, 0.08};
-    if (isNext) return Tint{Ink::orange, 0.06};
+std::optional<Tint> rowBackground(const RowMoment& moment) {
+    if (moment.isSelected) return Tint{Ink::blue, 0.15};
+    if (moment.isInProgress) return Tint{Ink::green, 0.08};
+    if (moment.isNext) return Tint{Ink::orange, 0.06};
     return std::nullopt;
 }
 
@@ -42,27 +42,37 @@ bool isSelectedPass(const PassRow& row, const std::optional<PassInfo>& selectedP
            selectedPass->pass.riseTime == row.pass().riseTime;
 }
 
-PassRowLook passRowLook(const PassRow& row, bool isSelected, bool isNext, Instant now) {
+RowMoment rowMoment(const PassRow& row, bool isSelected, bool isNext, Instant now) {
     const PredictedPass& pass = row.pass();
-    const bool isInProgress = now >= pass.riseTime && now <= pass.setTime;
+    return {.isSelected = isSelected,
+            .isInProgress = now >= pass.riseTime && now <= pass.setTime,
+            .isNext = isNext,
+            .relative = relativeTime(pass.riseTime - now)};
+}
+
+PassRowLook passRowLook(const PassRow& row, const RowMoment& moment) {
+    const PredictedPass& pass = row.pass();
+    const bool isInProgress = moment.isInProgress;
     return {
         .name = row.satellite->name,
         .nameInk = {isInProgress ? Ink::green : Ink::primary},
         .time = listTime(pass.riseTime),
         .timeInk = {isInProgress ? Ink::green : Ink::secondary},
-        .relative = relativeTime(pass.riseTime - now),
+        .relative = moment.relative,
         .relativeInk = {isInProgress ? Ink::green : Ink::secondary, 0.7},
         .elevation = elevationText(pass.maxElevation),
         .elevationInk = {elevationColor(pass.maxElevation)},
         .duration = formatDuration(pass.setTime - pass.riseTime),
         .direction = listDirection(pass.trackPoints),
-        .background = rowBackground(isSelected, isInProgress, isNext),
+        .background = rowBackground(moment),
+        .isSelected = moment.isSelected,
     };
 }
 
 std::string spokenPassRow(const PassRowLook& look) {
-    return fmt::format("{}, rises {}, {}, highest {}, lasts {}, {}", look.name, look.time,
-                       look.relative, look.elevation, look.duration, look.direction);
+    return fmt::format("{}, rises {}, {}, highest {}, lasts {}, {}{}", look.name, look.time,
+                       look.relative, look.elevation, look.duration, look.direction,
+                       look.isSelected ? ", selected" : "");
 }
 
 }  // namespace veloran

@@ -36,6 +36,16 @@ struct Tint {
     bool operator==(const Tint&) const = default;
 };
 
+/// What of a row changes without a new computation.
+struct RowMoment {
+    bool isSelected = false;
+    bool isInProgress = false;
+    bool isNext = false;
+    std::string relative;
+    bool operator==(const RowMoment&) const = default;
+};
+RowMoment rowMoment(const PassRow& row, bool isSelected, bool isNext, Instant now);
+
 /// Everything a row shows beside its thumbnail.
 struct PassRowLook {
     std::string name;
@@ -49,8 +59,9 @@ struct PassRowLook {
     std::string duration;
     std::string direction;
     std::optional<Tint> background;
+    bool isSelected;
 };
-PassRowLook passRowLook(const PassRow& row, bool isSelected, bool isNext, Instant now);
+PassRowLook passRowLook(const PassRow& row, const RowMoment& moment);
 
 /// The row in words, for a screen reader.
 std::string spokenPassRow(const PassRowLook& look);

@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QScrollBar>
+#include <algorithm>
 
 #include "ui/pass_list/pass_list_model.h"
 
@@ -37,28 +38,28 @@ void PassRowsView::keyPressEvent(QKeyEvent* event) {
 std::optional<PassRowsView::Place> PassRowsView::placeOf(const QModelIndex& index) const {
     if (!index.isValid()) return std::nullopt;
     const PassRow& row = model_.row(index.row());
-    return Place{row.satellite->id, row.pass().riseTime, -visualRect(index).top()};
+    return Place{index.row(), row.satellite->id, row.pass().riseTime, row.pass().setTime,
+                 -visualRect(index).top()};
 }
 
 void PassRowsView::rememberPlace() {
+    scrolled_ = verticalScrollBar()->value();
     // A list that shows its beginning goes on showing it, whichever pass that now is.
-    top_ = verticalScrollBar()->value() == 0 ? std::nullopt : placeOf(indexAt({0, 0}));
+    top_ = scrolled_ == 0 ? std::nullopt : placeOf(indexAt({0, 0}));
     current_ = placeOf(currentIndex());
 }
 
 void PassRowsView::restorePlace() {
-    const auto rowOf = [this](const std::optional<Place>& place) {
-        return place ? model_.findPass(place->satelliteId, place->riseTime) : std::nullopt;
+    const auto rowOf = [this](const Place& place) {
+        return model_.findPass(place.satelliteId, place.riseTime, place.setTime);
     };
     doItemsLayout();
-    if (const auto row = rowOf(current_)) {
-        selectionModel()->setCurrentIndex(model_.index(*row), QItemSelectionModel::NoUpdate);
+    if (current_ && model_.rowCount() > 0) {
+        const int row = rowOf(*current_).value_or(std::min(current_->row, model_.rowCount() - 1));
+        selectionModel()->setCurrentIndex(model_.index(row), QItemSelectionModel::NoUpdate);
     }
-    if (const auto row = rowOf(top_)) {
-        verticalScrollBar()->setValue(*row * sizeHintForRow(*row) + top_->offset);
-    } else {
-        verticalScrollBar()->setValue(0);
-    }
+    const auto top = top_ ? rowOf(*top_) : std::nullopt;
+    verticalScrollBar()->setValue(top ? *top * sizeHintForRow(*top) + top_->offset : scrolled_);
 }
 
 }  // namespace veloran

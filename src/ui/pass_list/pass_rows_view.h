@@ -24,10 +24,12 @@ class PassRowsView : public QListView {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
-    /// A row by its pass, and how far its top is above the top of the view.
+    /// A row and its pass, and how far its top is above the top of the view.
     struct Place {
+        int row;
         std::int64_t satelliteId;
         Instant riseTime;
+        Instant setTime;
         int offset;
     };
     std::optional<Place> placeOf(const QModelIndex& index) const;
@@ -35,6 +37,7 @@ class PassRowsView : public QListView {
     void restorePlace();
 
     PassListModel& model_;
+    int scrolled_ = 0;
     std::optional<Place> top_;
     std::optional<Place> current_;
 };

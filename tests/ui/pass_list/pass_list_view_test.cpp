@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QScrollBar>
+#include <algorithm>
 
 #include "../ui_fixture.h"
 #include "ui/pass_list/pass_list_model.h"
@@ -24,6 +25,7 @@ class PassListViewTest : public UiFixture {
     }
 
     PassRowsView& rows() { return child<PassRowsView>(view, "passList"); }
+    PassListModel& passModel() { return *view.findChild<PassListModel*>(); }
     QModelIndex row(int index) { return rows().model()->index(index, 0); }
     void click(int index) {
         QTest::mouseClick(rows().viewport(), Qt::LeftButton, {},
@@ -96,6 +98,74 @@ TEST_F(PassListViewTest, PlaceAndCurrentRowStayWhenPassesAreComputedAnew) {
     EXPECT_EQ(rows().verticalScrollBar()->value(), 7 * 75 + 20);
 }
 
+TEST_F(PassListViewTest, PassUnderWayKeepsItsRowThoughItsRiseMoves) {
+    addSatellite("AO-7", 7530, {passAt(start - 400, 1200)});
+    view.refresh();
+    rows().setCurrentIndex(row(0));
+    machine.loop.jumpClock(300);
+    state->satellites->back()->passes =
+        std::make_shared<const PassList>(PassList{passAt(start + 300, 500)});
+    view.refresh();
+    QTest::qWait(0);
+    const int place = rows().currentIndex().row();
+    EXPECT_EQ(place, 1) << "it now rises after the first of the other satellite";
+    EXPECT_TRUE(row(place).data().toString() == "AO-7");
+}
+
+TEST_F(PassListViewTest, PlaceStaysWhenTheSatelliteOfItsRowIsDeselected) {
+    const auto other = addSatellite("AO-7", 7530, {passAt(start + 10 * 1000.0 + 600)});
+    view.refresh();
+    rows().setCurrentIndex(row(11));
+    ASSERT_EQ(row(11).data().toString(), "AO-7");
+    rows().verticalScrollBar()->setValue(11 * 75 + 20);
+    other->isSelected = false;
+    view.refresh();
+    QTest::qWait(0);
+    EXPECT_EQ(rows().verticalScrollBar()->value(), 11 * 75 + 20);
+    EXPECT_EQ(rows().currentIndex().row(), 11) << "the row that is there now";
+}
+
+TEST_F(PassListViewTest, PlaceStaysWithinAListThatShrinks) {
+    rows().setCurrentIndex(row(29));
+    rows().verticalScrollBar()->setValue(rows().verticalScrollBar()->maximum());
+    addSatellite("AO-7", 7530, {passAt(start + 50), passAt(start + 6050)});
+    satellite->isSelected = false;
+    view.refresh();
+    QTest::qWait(0);
+    EXPECT_EQ(rows().currentIndex().row(), 1);
+    EXPECT_EQ(rows().verticalScrollBar()->value(), rows().verticalScrollBar()->maximum());
+}
+
+TEST_F(PassListViewTest, OnlyRowsThatLookDifferentAreDrawnAgain) {
+    QSignalSpy changed(rows().model(), &QAbstractItemModel::dataChanged);
+    const auto changedRows = [&] {
+        std::vector<int> list;
+        for (const auto& signal : changed) list.push_back(signal[0].toModelIndex().row());
+        changed.clear();
+        return list;
+    };
+    click(1);
+    view.refresh();
+    EXPECT_EQ(changedRows(), (std::vector{1})) << "newly selected";
+    click(2);
+    view.refresh();
+    EXPECT_EQ(changedRows(), (std::vector{1, 2})) << "the old one and the new one";
+    passModel().updateTimes();
+    EXPECT_EQ(changedRows(), std::vector<int>{}) << "no time has passed";
+    machine.loop.jumpClock(30);  // from "in 1m" at 100 s ahead, in whole minutes
+    passModel().updateTimes();
+    const auto later = changedRows();
+    EXPECT_EQ(std::ranges::count(later, 0), 0) << "70 s ahead still reads \"in 1m\"";
+    EXPECT_EQ(std::ranges::count(later, 1), 1) << "1070 s ahead no longer reads \"in 18m\"";
+}
+
+TEST_F(PassListViewTest, RowsFollowTheClockEverySecond) {
+    QSignalSpy changed(rows().model(), &QAbstractItemModel::dataChanged);
+    machine.loop.jumpClock(150);
+    ASSERT_TRUE(changed.wait()) << "the first pass has risen";
+    EXPECT_EQ(changed[0][0].toModelIndex().row(), 0);
+}
+
 TEST_F(PassListViewTest, ListThatShowsItsBeginningGoesOnShowingIt) {
     computeAnew(3);
     EXPECT_EQ(rows().verticalScrollBar()->value(), 0);
@@ -129,6 +199,7 @@ TEST_F(PassListViewTest, RowTellsAScreenReaderWhatItShows) {
     EXPECT_TRUE(spoken.startsWith("RS-44, rises ")) << spoken.toStdString();
     EXPECT_TRUE(spoken.contains("in 1m")) << spoken.toStdString();
     machine.loop.jumpClock(200);
+    passModel().updateTimes();
     EXPECT_TRUE(row(0).data(Qt::AccessibleTextRole).toString().contains("now"));
 }
 

@@ -7,6 +7,9 @@ namespace {
 
 class PassRowsTest : public UiFixture {
   protected:
+    static PassRowLook lookOf(const PassRow& row, bool isSelected, bool isNext, Instant now) {
+        return passRowLook(row, rowMoment(row, isSelected, isNext, now));
+    }
     std::vector<PassRow> rows() { return sortedPassRows(state->selectedSatellites()); }
 };
 
@@ -35,7 +38,7 @@ TEST_F(PassRowsTest, PassInProgressIsGreenAndNotNext) {
     addSatellite("A", 1, {passAt(start - 10, 600, 61.4)});
     const auto list = rows();
     EXPECT_EQ(nextPassIndex(list, start), std::nullopt) << "no later pass, no orange row";
-    const PassRowLook look = passRowLook(list[0], false, false, start);
+    const PassRowLook look = lookOf(list[0], false, false, start);
     EXPECT_EQ(look.nameInk, (Tint{Ink::green, 1}));
     EXPECT_EQ(look.timeInk, (Tint{Ink::green, 1}));
     EXPECT_EQ(look.relativeInk, (Tint{Ink::green, 0.7}));
@@ -45,16 +48,16 @@ TEST_F(PassRowsTest, PassInProgressIsGreenAndNotNext) {
 
 TEST_F(PassRowsTest, SelectedPassInProgressIsBlue) {
     addSatellite("A", 1, {passAt(start - 10)});
-    const PassRowLook look = passRowLook(rows()[0], true, true, start);
+    const PassRowLook look = lookOf(rows()[0], true, true, start);
     EXPECT_EQ(look.background, (Tint{Ink::blue, 0.15}));
     EXPECT_EQ(look.nameInk, (Tint{Ink::green, 1})) << "its name stays green";
 }
 
 TEST_F(PassRowsTest, ComingPassIsPlainAndTheNextOneOrange) {
     addSatellite("A", 1, {passAt(start + 3660, 605.9, 30)});
-    const PassRowLook next = passRowLook(rows()[0], false, true, start);
+    const PassRowLook next = lookOf(rows()[0], false, true, start);
     EXPECT_EQ(next.background, (Tint{Ink::orange, 0.06}));
-    const PassRowLook later = passRowLook(rows()[0], false, false, start);
+    const PassRowLook later = lookOf(rows()[0], false, false, start);
     EXPECT_EQ(later.background, std::nullopt);
     EXPECT_EQ(later.name, "A");
     EXPECT_EQ(later.nameInk, (Tint{Ink::primary, 1}));
@@ -71,7 +74,7 @@ TEST_F(PassRowsTest, InProgressIncludesBothEnds) {
     addSatellite("A", 1, {passAt(start, 600)});
     const PassRow row = rows()[0];
     const auto background = [&](double t) {
-        return passRowLook(row, false, false, start + t).background;
+        return lookOf(row, false, false, start + t).background;
     };
     EXPECT_EQ(background(-0.001), std::nullopt);
     EXPECT_TRUE(background(0));
@@ -90,9 +93,12 @@ TEST_F(PassRowsTest, SelectionGoesBySatelliteNumberAndRiseTime) {
 
 TEST_F(PassRowsTest, RowIsSpokenInOneSentence) {
     addSatellite("RS-44", 44909, {passAt(start + 120, 600, 61.4)});
-    const std::string spoken = spokenPassRow(passRowLook(rows()[0], false, true, start));
+    const std::string spoken = spokenPassRow(lookOf(rows()[0], false, true, start));
     EXPECT_EQ(spoken.substr(0, 13), "RS-44, rises ");
     EXPECT_NE(spoken.find("in 2m, highest 61°, lasts 10m00s, E-W"), std::string::npos) << spoken;
+    EXPECT_FALSE(spoken.ends_with("selected")) << spoken;
+    const std::string selected = spokenPassRow(lookOf(rows()[0], true, true, start));
+    EXPECT_EQ(selected, spoken + ", selected");
 }
 
 }  // namespace
