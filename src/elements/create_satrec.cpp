@@ -28,15 +28,12 @@ void copyElements(SatRec& satrec, const TLEData& tle) {
 
 /// False where the calendar has no such day.
 bool setEpoch(SatRec& satrec, const TLEData& tle) {
-    constexpr double mostDays = 1e15;  // far more than the calendar takes, far less than 64 bits
-    if (!(std::abs(tle.epochDays) < mostDays)) return false;
-    const double wholeDay = std::trunc(tle.epochDays);
-    const auto midnight = instantFromDate(tle.epochYear, 1, static_cast<std::int64_t>(wholeDay));
-    if (!midnight) return false;
-    const CivilTime date = civilTime(*midnight);
+    const auto epoch = tle.epochParts();
+    if (!epoch) return false;
+    const CivilTime date = civilTime(epoch->midnight);
     const JulianDate julian = jday(date.year, date.month, date.day, 0, 0, 0.0);
     satrec.jdsatepoch = julian.jd;
-    satrec.jdsatepochF = julian.jdFrac + (tle.epochDays - wholeDay);
+    satrec.jdsatepochF = julian.jdFrac + epoch->dayFraction;
     return true;
 }
 

@@ -14,13 +14,19 @@ constexpr double kSecondsPerDay = 86400;
 
 }  // namespace
 
-std::optional<Instant> TLEData::epochDate() const {
+std::optional<TLEData::EpochParts> TLEData::epochParts() const {
     // 2^63 and beyond is no day of any calendar; NaN fails the comparison too.
     if (!(std::abs(epochDays) < 0x1p63)) return std::nullopt;
     const double day = std::trunc(epochDays);
     const auto midnight = instantFromDate(epochYear, 1, static_cast<std::int64_t>(day));
     if (!midnight) return std::nullopt;
-    return *midnight + (epochDays - day) * kSecondsPerDay;
+    return EpochParts{*midnight, epochDays - day};
+}
+
+std::optional<Instant> TLEData::epochDate() const {
+    const auto epoch = epochParts();
+    if (!epoch) return std::nullopt;
+    return epoch->midnight + epoch->dayFraction * kSecondsPerDay;
 }
 
 std::optional<double> TLEData::ageDays(Instant now) const {

@@ -27,7 +27,13 @@ struct TLEData {
     std::int64_t revNumber = 0;
     std::string source;  ///< key of the group that supplied it, or several joined by ","
 
+    struct EpochParts {
+        Instant midnight;        ///< of the whole day, `epochDays` truncated toward zero
+        double dayFraction = 0;  ///< the rest, negative where `epochDays` is
+    };
     /// Absent where the calendar has no such day.
+    std::optional<EpochParts> epochParts() const;
+    /// Absent where epochParts is.
     std::optional<Instant> epochDate() const;
     /// Days from the epoch to `now`; negative for an epoch to come.
     std::optional<double> ageDays(Instant now) const;
