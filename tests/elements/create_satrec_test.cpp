@@ -4,8 +4,9 @@
 #include <cmath>
 #include <limits>
 
+#include "elements/tle_parser.h"
 #include "orbit/look_angles.h"
-#include "sample_orbits.h"
+#include "orbit/sample_orbits.h"
 
 namespace veloran::test {
 namespace {
