@@ -9,6 +9,7 @@ DesktopMachine::DesktopMachine(std::filesystem::path home, std::filesystem::path
       settings(std::move(settingsFile), loop),
       http(loop),
       tcp(loop),
-      machine{clock, loop, workers, settings, files, http, tcp} {}
+      location(loop),
+      machine{clock, loop, workers, settings, files, http, tcp, location} {}
 
 }  // namespace veloran

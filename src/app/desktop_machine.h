@@ -6,6 +6,7 @@
 #include "qt/disk_files.h"
 #include "qt/disk_settings.h"
 #include "qt/qt_http_client.h"
+#include "qt/qt_location_service.h"
 #include "qt/qt_main_loop.h"
 #include "qt/qt_tcp_network.h"
 #include "qt/system_clock.h"
@@ -24,6 +25,7 @@ struct DesktopMachine {
     DiskSettings settings;
     QtHttpClient http;
     QtTcpNetwork tcp;
+    QtLocationService location;
     /// The first to go: its tasks use the others, and their results go to the loop.
     ThreadWorkers workers;
     Machine machine;

@@ -24,6 +24,8 @@ class FileStore {
     virtual bool writeAtomically(const std::filesystem::path& path, std::string_view content) = 0;
     /// Removes a file. False when there was none or it could not be removed.
     virtual bool remove(const std::filesystem::path& path) = 0;
+    /// Removes a directory with all its content, as far as that goes.
+    virtual void removeDirectory(const std::filesystem::path& path) = 0;
 };
 
 }  // namespace veloran

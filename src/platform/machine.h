@@ -3,6 +3,7 @@
 #include "platform/clock.h"
 #include "platform/file_store.h"
 #include "platform/http_client.h"
+#include "platform/location_service.h"
 #include "platform/main_loop.h"
 #include "platform/settings_store.h"
 #include "platform/tcp.h"
@@ -19,6 +20,7 @@ struct Machine {
     FileStore& files;
     HttpClient& http;
     TcpNetwork& tcp;
+    LocationService& location;
 };
 
 }  // namespace veloran

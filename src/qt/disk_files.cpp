@@ -51,4 +51,9 @@ bool DiskFiles::remove(const std::filesystem::path& path) {
     return QFile::remove(nameOf(path));
 }
 
+void DiskFiles::removeDirectory(const std::filesystem::path& path) {
+    std::error_code ignored;
+    std::filesystem::remove_all(path, ignored);
+}
+
 }  // namespace veloran

@@ -15,6 +15,7 @@ class DiskFiles final : public FileStore {
     /// Writes beside, flushes to the disk, renames. A link stays a link: its target is replaced.
     bool writeAtomically(const std::filesystem::path& path, std::string_view content) override;
     bool remove(const std::filesystem::path& path) override;
+    void removeDirectory(const std::filesystem::path& path) override;
 
   private:
     std::filesystem::path home_;

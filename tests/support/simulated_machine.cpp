@@ -149,6 +149,12 @@ bool MemoryFiles::remove(const std::filesystem::path& path) {
     return writable && files.erase(path) > 0;
 }
 
+void MemoryFiles::removeDirectory(const std::filesystem::path& path) {
+    const std::string inside = path.string() + "/";
+    std::erase_if(files,
+                  [&inside](const auto& file) { return file.first.string().starts_with(inside); });
+}
+
 // ---- ScriptedHttp
 
 void ScriptedHttp::get(const std::string& url, Completion completion) {
@@ -240,6 +246,10 @@ std::shared_ptr<TcpConnection> ScriptedNetwork::makeConnection(const std::string
 
 void ScriptedNetwork::failLatestSend() {
     if (latestSender_) latestSender_->failLatestSend();
+}
+
+void ScriptedLocation::locate(Completion completion) {
+    loop_.post([completion = std::move(completion), found = position] { completion(found); });
 }
 
 SimulatedMachine::SimulatedMachine(Instant start) : loop(start) {}

@@ -75,6 +75,7 @@ class MemoryFiles final : public FileStore {
     std::optional<std::string> read(const std::filesystem::path& path) const override;
     bool writeAtomically(const std::filesystem::path& path, std::string_view content) override;
     bool remove(const std::filesystem::path& path) override;
+    void removeDirectory(const std::filesystem::path& path) override;
     std::map<std::filesystem::path, std::string> files;
     bool writable = true;
 };
@@ -155,6 +156,16 @@ class ScriptedNetwork final : public TcpNetwork {
     ScriptedConnection* latestSender_ = nullptr;
 };
 
+class ScriptedLocation final : public LocationService {
+  public:
+    explicit ScriptedLocation(MainLoop& loop) : loop_(loop) {}
+    void locate(Completion completion) override;
+    std::optional<Position> position;  ///< absent: there is no service
+
+  private:
+    MainLoop& loop_;
+};
+
 /// The whole machine, in memory.
 struct SimulatedMachine {
     explicit SimulatedMachine(Instant start = Instant{817000000.0});  // late in 2026
@@ -165,7 +176,8 @@ struct SimulatedMachine {
     MemoryFiles files;
     ScriptedHttp http{loop};
     ScriptedNetwork tcp{loop};
-    Machine machine{loop, loop, workers, settings, files, http, tcp};
+    ScriptedLocation location{loop};
+    Machine machine{loop, loop, workers, settings, files, http, tcp, location};
 };
 
 }  // namespace veloran::test
