@@ -1,5 +1,7 @@
 #include "base/unique_id.h"
 
+#include <fmt/format.h>
+
 #include <random>
 
 namespace veloran {
@@ -24,6 +26,11 @@ UniqueId UniqueId::make() {
     id.high = (id.high & ~kVersionBits) | kVersion4;
     id.low = (id.low & ~kVariantBits) | kVariant;
     return id;
+}
+
+std::string UniqueId::text() const {
+    return fmt::format("{:08X}-{:04X}-{:04X}-{:04X}-{:012X}", high >> 32, high >> 16 & 0xFFFF,
+                       high & 0xFFFF, low >> 48, low & 0xFFFFFFFFFFFF);
 }
 
 }  // namespace veloran

@@ -2,6 +2,7 @@
 
 #include <compare>
 #include <cstdint>
+#include <string>
 
 namespace veloran {
 
@@ -11,6 +12,7 @@ struct UniqueId {
     std::uint64_t low = 0;
 
     static UniqueId make();  ///< from any thread
+    std::string text() const;  ///< "8-4-4-4-12" hexadecimal digits, capitals
     auto operator<=>(const UniqueId&) const = default;
 };
 

@@ -110,9 +110,16 @@ void AppState::restoreSettings() {
 AppState::AppState(const Machine& machine, AppConfig config)
     : machine_(machine),
       config_(std::move(config)),
-      elements_(machine, config_.elementServiceBase),
+      imported_(machine.files),
+      elements_(machine, config_.elementServiceBase,
+                {[sources = UserTLESourceStore(machine.settings)] {
+                     return asCategories(sources.load());
+                 },
+                 [store = imported_] { return store.load(); }}),
+      channelCache_(machine, SatNOGSFetch(machine, config_.transmitterServiceBase)),
       preferences_(machine.settings),
-      calibrations_(machine.settings) {
+      calibrations_(machine.settings),
+      importWork_(machine) {
     timelineStartTime.initialise(now());
     restoreSettings();
     // A change takes effect at once on a live connection.

@@ -13,12 +13,17 @@
 #include "base/published.h"
 #include "core/live_geo_cache.h"
 #include "core/pass_info.h"
+#include "core/pass_queue.h"
 #include "core/satellite.h"
 #include "core/satellite_preferences.h"
+#include "core/serial_work.h"
 #include "core/tick.h"
+#include "elements/custom_tle_store.h"
 #include "elements/tle_manager.h"
+#include "elements/user_tle_source.h"
 #include "platform/machine.h"
 #include "rig/rigctld_client.h"
+#include "transmitters/satnogs_cache.h"
 #include "transmitters/transmitter.h"
 
 namespace veloran {
@@ -26,6 +31,8 @@ namespace veloran {
 /// What differs between the real program, the demo and a test, beside the machine.
 struct AppConfig {
     std::string elementServiceBase = "https://celestrak.org";
+    std::string transmitterServiceBase = "https://db.satnogs.org";
+    PresetHosts presetHosts;
     /// The database of channels that may come with the program; the built-in list without it.
     std::optional<std::filesystem::path> transmitterFile;
 };
@@ -87,6 +94,10 @@ class AppState : public std::enable_shared_from_this<AppState> {
     Published<bool> rigSatProtoArmed{objectWillChange};
     Published<std::string> rigSatProtoStatus{objectWillChange};
 
+    // ---- The queue of marked passes. In memory only.
+    Published<QueueIds> queuedPassIds{objectWillChange};
+    Published<std::optional<PassConflict>> pendingPassConflict{objectWillChange};
+
     // ---- View state of the core.
     Published<Instant> timelineStartTime{objectWillChange};
     Published<double> timelineHoursVisible{objectWillChange};                 ///< persisted
@@ -121,6 +132,24 @@ class AppState : public std::enable_shared_from_this<AppState> {
     void stopTracking();
     void updateDopplerRate(double hz);
 
+    // ---- The queue (app_state_queue.cpp).
+    bool isPassQueued(const Satellite& satellite, const PredictedPass& pass) const;
+    void togglePassQueued(const SatellitePtr& satellite, const PredictedPass& pass);
+    void resolveConflictReplace(const PassConflict& conflict);
+    void resolveConflictKeepExisting();
+    void clearPassQueue();
+    /// Where each entry stands; what the queue skips says why.
+    std::vector<QueueEntry> queueEntries() const;
+
+    // ---- The user's own elements (app_state_elements.cpp).
+    UserTLESourceStore userSources() const { return UserTLESourceStore(machine_.settings); }
+    std::vector<UserTLESource> presetSources() const;
+    /// Reads a pasted text or a file's content on a worker, stores what it holds, then reports. The
+    /// views load the data anew when that is wanted.
+    void importElements(std::string text, std::function<void(CustomTLEStore::ImportResult)> then);
+    void removeImported(std::int64_t noradId, std::function<void()> then);
+    void clearImported(std::function<void()> then);
+
     // ---- Tuning (app_state_tuning.cpp).
     void bumpSatCalibration(double deltaHz);
     void saveSatCalibration();
@@ -134,6 +163,8 @@ class AppState : public std::enable_shared_from_this<AppState> {
     void selectTransmitter(const std::optional<Transmitter>& transmitter,
                            const SatellitePtr& satellite);
     std::optional<Transmitter> preferredTransmitter(const Satellite& satellite) const;
+    /// Asks the service, or its cache, for the channels of every selected body.
+    void refreshTransmittersFromSatNOGS();
 
     Instant now() const { return machine_.clock.now(); }
     const std::shared_ptr<RigctldClient>& rigClient() const { return rigClient_; }
@@ -160,6 +191,11 @@ class AppState : public std::enable_shared_from_this<AppState> {
 
     void loadTransmitterDB(std::function<void()> then);
     void loadBuiltinTransmitters();
+    std::optional<QueueView> queueView() const;
+    void startQueueTimerIfNeeded();
+    void stopQueueTimerIfEmpty();
+    void processPassQueue();
+
     void announceLoad();
     void beginLoad();
     void fetchElements();
@@ -170,6 +206,7 @@ class AppState : public std::enable_shared_from_this<AppState> {
     void storePasses(PassRun& run, std::size_t index, std::shared_ptr<const PassList> passes);
     void finishPasses(const PassRun& run);
 
+    void replaceTransmitters(std::int64_t id, std::vector<Transmitter> list);
     void loadTuning(const Satellite& satellite, const std::optional<Transmitter>& given);
     void pickUplink(const Satellite& satellite);
     void createRigClient();
@@ -197,12 +234,16 @@ class AppState : public std::enable_shared_from_this<AppState> {
 
     Machine machine_;
     AppConfig config_;
+    CustomTLEStore imported_;
     TLEManager elements_;
+    SatNOGSCache channelCache_;
     SatellitePreferences preferences_;
     CalibrationOffsetStore calibrations_;
     std::shared_ptr<RigctldClient> rigClient_;  // from the first session to the end of the process
     std::unique_ptr<Timer> trackingTimer_;
     std::unique_ptr<Timer> passUpdateTimer_;
+    std::unique_ptr<Timer> passQueueTimer_;
+    SerialWork importWork_;
     std::uint64_t passRuns_ = 0;  // begun so far
     TransmitterMap transmitterDB_;
     LiveGeoCache liveGeoCache_;

@@ -97,6 +97,7 @@ void AppState::showSatellites(std::vector<SatellitePtr> bodies, double oldestEle
     statusMessage = statusLoaded(satellites->size(), tleAge);
     computeAllPasses();
     startPassUpdateTimer();
+    refreshTransmittersFromSatNOGS();
 }
 
 /// The stamps go on a worker, where a slow disk holds nobody up; the load begins behind that.

@@ -1,5 +1,6 @@
 // Channels: where they come from, and which one is worked.
 
+#include <algorithm>
 #include <utility>
 
 #include "core/app_state.h"
@@ -33,6 +34,25 @@ void AppState::loadTransmitterDB(std::function<void()> then) {
 
 void AppState::loadBuiltinTransmitters() {
     for (auto& [id, list] : builtinTransmitters()) transmitterDB_[id] = list;
+}
+
+/// What the service knows replaces a body's local channels as a whole. The chosen channel stays.
+void AppState::refreshTransmittersFromSatNOGS() {
+    for (const auto& selected : selectedSatellites()) {
+        channelCache_.fetchWithCache(selected->id, [weak = weak_from_this(), id = selected->id](
+                                                       std::vector<Transmitter> list) {
+            if (const auto self = weak.lock()) self->replaceTransmitters(id, std::move(list));
+        });
+    }
+}
+
+void AppState::replaceTransmitters(std::int64_t id, std::vector<Transmitter> list) {
+    const auto body = std::find_if(satellites->begin(), satellites->end(),
+                                   [id](const auto& satellite) { return satellite->id == id; });
+    if (list.empty() || body == satellites->end()) return;
+    (*body)->transmitters = list;
+    transmitterDB_[id] = std::move(list);
+    objectWillChange.send();
 }
 
 void AppState::pickUplink(const Satellite& satellite) {

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "base/checked.h"
+#include "base/text.h"
 
 namespace veloran {
 
@@ -24,7 +25,42 @@ char letter(std::string_view alphabet, std::int64_t index, std::int64_t last) {
     return alphabet[static_cast<std::size_t>(std::min(index, last))];
 }
 
+/// How far a letter stands behind "A".
+double letterValue(std::string_view character) {
+    const char c = character.size() == 1 ? character.front() : '\0';
+    if (c < 'A') stopProgram("a grid locator has a letter that is none");
+    return c - 'A';
+}
+
+bool isLetter(std::string_view character) {
+    return character.size() == 1 && character.front() >= 'A';
+}
+
 }  // namespace
+
+std::optional<LatLon> fromMaidenhead(std::string_view locator) {
+    const std::string upper = upperCased(locator);
+    const auto c = characters(upper, 6);
+    if (c.size() < 4) return std::nullopt;
+    const double fLon = letterValue(c[0]);
+    const double fLat = letterValue(c[1]);
+    const auto sLon = parseInt64(c[2]);
+    const auto sLat = parseInt64(c[3]);
+    if (!sLon || !sLat) return std::nullopt;
+    const double lonOfSquare = fLon * 20 + static_cast<double>(*sLon) * 2;
+    const double latOfSquare = fLat * 10 + static_cast<double>(*sLat);
+    if (c.size() < 6) return LatLon{latOfSquare - 90 + 0.5, lonOfSquare - 180 + 1};
+    return LatLon{latOfSquare + letterValue(c[5]) / 24 - 90 + 1.0 / 48,
+                  lonOfSquare + letterValue(c[4]) / 12 - 180 + 1.0 / 24};
+}
+
+bool readsAsLocator(std::string_view text) {
+    const std::string upper = upperCased(text);
+    const auto c = characters(upper, 6);
+    if (c.size() < 4) return true;  // absent, without harm
+    const bool field = isLetter(c[0]) && isLetter(c[1]);
+    return field && (c.size() < 6 || (isLetter(c[4]) && isLetter(c[5])));
+}
 
 bool canHaveLocator(double lat, double lon) {
     return inRange(lat, -90) && inRange(lon, -180);

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "elements/tle_parser.h"
+#include "orbit/ground_geometry.h"
 #include "orbit/sun_moon.h"
 
 namespace veloran {
@@ -43,6 +44,18 @@ std::optional<TopocentricResult> Satellite::observe(Instant at, double obsLat, d
     return lookAngles(*satrec, at, obsLat, obsLon, obsAltMeters / 1000);
 }
 
+std::optional<SubSatellitePoint> Satellite::currentSubPoint(Instant at) const {
+    switch (bodyKind) {
+        case BodyKind::sun:
+            return sunSubPoint(at);
+        case BodyKind::moon:
+            return moonSubPoint(at);
+        case BodyKind::sgp4:
+            break;
+    }
+    return satrec ? subSatellitePoint(*satrec, at) : std::nullopt;
+}
+
 std::vector<Transmitter> Satellite::downlinkTransmitters() const {
     return withDirection(transmitters, "down");
 }
@@ -55,6 +68,12 @@ std::optional<Transmitter> Satellite::primaryDownlink() const {
     const auto first = std::find_if(transmitters.begin(), transmitters.end(),
                                     [](const Transmitter& t) { return t.direction == "down"; });
     return first == transmitters.end() ? std::nullopt : std::optional(*first);
+}
+
+std::vector<SubSatellitePoint> groundTrack(const Satellite& satellite, Instant from, Instant to,
+                                           double stepSeconds) {
+    return groundTrack([&satellite](Instant t) { return satellite.currentSubPoint(t); }, from, to,
+                       stepSeconds);
 }
 
 PassPredictor::ObserveFn observeFunction(const Satellite& satellite, double obsLat, double obsLon,

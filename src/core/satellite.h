@@ -12,6 +12,7 @@
 #include "orbit/look_angles.h"
 #include "orbit/pass_predictor.h"
 #include "orbit/satrec.h"
+#include "orbit/sub_satellite_point.h"
 #include "transmitters/transmitter.h"
 
 namespace veloran {
@@ -30,6 +31,9 @@ class Satellite {
     /// Latitude and longitude in degrees, height in metres (not used for the Sun and the Moon).
     std::optional<TopocentricResult> observe(Instant at, double obsLat, double obsLon,
                                              double obsAltMeters) const;
+
+    /// The point below the body; absent without an orbit.
+    std::optional<SubSatellitePoint> currentSubPoint(Instant at) const;
 
     std::vector<Transmitter> downlinkTransmitters() const;
     std::vector<Transmitter> uplinkTransmitters() const;
@@ -55,6 +59,9 @@ using SatellitePtr = std::shared_ptr<Satellite>;
 /// The body's place in the sky as a function that any thread may call: it holds what it needs.
 PassPredictor::ObserveFn observeFunction(const Satellite& satellite, double obsLat, double obsLon,
                                          double obsAltMeters);
+/// See groundTrack of orbit/ground_geometry.h.
+std::vector<SubSatellitePoint> groundTrack(const Satellite& satellite, Instant from, Instant to,
+                                           double stepSeconds = 30);
 PassPredictor makePassPredictor(const Satellite& satellite, double obsLat, double obsLon,
                                 double obsAltMeters);
 

@@ -56,6 +56,29 @@ std::optional<double> JsonFields::hertz(std::string_view key) {
     return found;
 }
 
+std::optional<std::string> JsonFields::text(std::string_view key) {
+    const auto* value = find(key);
+    if (!value) return std::nullopt;
+    const auto* text = value->if_string();
+    isGood_ = isGood_ && text;
+    return text ? std::optional<std::string>(std::string_view(*text)) : std::nullopt;
+}
+
+std::optional<bool> JsonFields::flag(std::string_view key) {
+    const auto* value = find(key);
+    if (!value) return std::nullopt;
+    isGood_ = isGood_ && value->is_bool();
+    return value->is_bool() ? std::optional(value->get_bool()) : std::nullopt;
+}
+
+std::optional<std::int64_t> JsonFields::integer(std::string_view key) {
+    const auto* value = find(key);
+    if (!value) return std::nullopt;
+    const auto found = wholeNumber(*value);
+    isGood_ = isGood_ && found;
+    return found;
+}
+
 bool JsonFields::flagOrFalse(std::string_view key) const {
     const auto* value = object_.if_contains(key);
     return value && value->is_bool() && value->get_bool();

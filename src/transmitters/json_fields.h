@@ -19,7 +19,10 @@ class JsonFields {
     std::optional<double> number(std::string_view key);  ///< finite
     /// A number that can be truncated to 64 bits, as frequencies are for the radio.
     std::optional<double> hertz(std::string_view key);
-    bool flagOrFalse(std::string_view key) const;  ///< anything but true is false
+    std::optional<std::string> text(std::string_view key);
+    std::optional<bool> flag(std::string_view key);
+    std::optional<std::int64_t> integer(std::string_view key);  ///< whole, within 64 bits
+    bool flagOrFalse(std::string_view key) const;               ///< anything but true is false
 
     bool isGood() const { return isGood_; }
 

@@ -1,0 +1,169 @@
+#include "core/pass_queue.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+#include "base/checked.h"
+#include "base/text.h"
+
+namespace veloran {
+
+namespace {
+
+using Place = QueueDecision::Start;
+
+const PredictedPass& passAt(const QueueView& view, const Place& place) {
+    return (*view.selected[place.body].passes)[place.pass];
+}
+
+/// The number in front of an identifier; the number of the Sun has a minus sign of its own.
+std::optional<std::int64_t> numberIn(std::string_view id) {
+    return parseInt64(id.substr(0, id.find('-', 1)));
+}
+
+/// The first pass of the selected bodies with this identifier.
+std::optional<Place> find(const QueueView& view, const std::string& id) {
+    const auto number = numberIn(id);
+    for (std::size_t body = 0; body < view.selected.size(); ++body) {
+        if (view.selected[body].noradId != number) continue;  // most are told apart by this alone
+        const auto& passes = *view.selected[body].passes;
+        for (std::size_t pass = 0; pass < passes.size(); ++pass) {
+            if (passQueueId(*number, passes[pass].riseTime) == id) return Place{body, pass};
+        }
+    }
+    return std::nullopt;
+}
+
+/// The queued pass that the running session follows, the grace after its set included.
+const PredictedPass* runningPass(const QueueView& view, Instant now) {
+    if (!view.tracked) return nullptr;
+    for (const auto& pass : *view.tracked->passes) {
+        const bool inside = now >= pass.riseTime && now < pass.setTime + kQueueGraceSeconds;
+        if (inside && view.queued.contains(passQueueId(view.tracked->noradId, pass.riseTime))) {
+            return &pass;
+        }
+    }
+    return nullptr;
+}
+
+bool underWay(const PredictedPass& pass, Instant now) {
+    return now >= pass.riseTime && now < pass.setTime;
+}
+
+bool tooLow(const QueueView& view, const PredictedPass& pass) {
+    return view.minAutoTrackElevation > pass.maxElevation;
+}
+
+std::optional<Place> nextStart(const QueueView& view, Instant now) {
+    std::optional<Place> earliest;
+    for (const auto& id : view.queued) {
+        const auto place = find(view, id);
+        if (!place) continue;
+        const auto& pass = passAt(view, *place);
+        if (tooLow(view, pass) || !underWay(pass, now)) continue;
+        if (!earliest || pass.riseTime < passAt(view, *earliest).riseTime) earliest = place;
+    }
+    return earliest;
+}
+
+}  // namespace
+
+std::string passQueueId(std::int64_t noradId, Instant riseTime) {
+    return fmt::format("{}-{}", noradId, checkedInt64(riseTime.secondsSinceReference));
+}
+
+QueuedPassRef makePassRef(std::int64_t noradId, const std::string& satName,
+                          const PredictedPass& pass) {
+    return {passQueueId(noradId, pass.riseTime),
+            satName,
+            noradId,
+            pass.riseTime,
+            pass.setTime,
+            pass.maxElevation};
+}
+
+bool passesOverlap(const PredictedPass& a, const PredictedPass& b) {
+    return a.riseTime < b.setTime && b.riseTime < a.setTime;
+}
+
+std::optional<QueuedPassRef> findConflict(const std::vector<QueueBody>& selected,
+                                          const QueueIds& queued, const PredictedPass& incoming) {
+    for (const auto& body : selected) {
+        for (const auto& pass : *body.passes) {
+            if (passesOverlap(pass, incoming) &&
+                queued.contains(passQueueId(body.noradId, pass.riseTime))) {
+                return makePassRef(body.noradId, body.name, pass);
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+QueueDecision decideQueue(const QueueView& view, Instant now) {
+    QueueDecision decision;
+    if (view.tracked) {
+        const auto* running = runningPass(view, now);
+        // A session on no queued pass was started by hand, and has priority.
+        if (!running || now < running->setTime) return decision;
+        decision.stop = true;
+    }
+    decision.start = nextStart(view, now);
+    return decision;
+}
+
+std::vector<QueueEntry> describeQueue(const QueueView& view, Instant now) {
+    std::vector<QueueEntry> entries;
+    const auto* running = runningPass(view, now);
+    for (const auto& id : view.queued) {
+        QueueEntry entry{id, QueueEntryState::gone, std::nullopt};
+        if (const auto place = find(view, id)) {
+            const auto& body = view.selected[place->body];
+            const auto& pass = passAt(view, *place);
+            entry.pass = makePassRef(body.noradId, body.name, pass);
+            const bool tracked = running && view.tracked->noradId == body.noradId &&
+                                 running->riseTime == pass.riseTime;
+            if (now >= pass.setTime) {
+                entry.state = QueueEntryState::ended;
+            } else if (tracked) {
+                entry.state = QueueEntryState::tracked;
+            } else if (tooLow(view, pass)) {
+                entry.state = QueueEntryState::tooLow;
+            } else {
+                entry.state =
+                    underWay(pass, now) ? QueueEntryState::held : QueueEntryState::waiting;
+            }
+        } else {
+            const bool isSelected =
+                std::any_of(view.selected.begin(), view.selected.end(),
+                            [&id](const auto& body) { return body.noradId == numberIn(id); });
+            if (!isSelected) entry.state = QueueEntryState::deselected;
+        }
+        entries.push_back(std::move(entry));
+    }
+    return entries;
+}
+
+std::string queueEntryText(const QueueEntry& entry) {
+    switch (entry.state) {
+        case QueueEntryState::waiting:
+            return "Will be tracked when it rises";
+        case QueueEntryState::held:
+            return "Under way; waiting for the running session to end";
+        case QueueEntryState::tracked:
+            return "Being tracked";
+        case QueueEntryState::ended:
+            return "Has set";
+        case QueueEntryState::tooLow:
+            return "Will not be tracked: stays under the minimum elevation";
+        case QueueEntryState::deselected:
+            return "Will not be tracked: the satellite is no longer selected";
+        case QueueEntryState::gone:
+            return "Will not be tracked: the pass has moved or is no longer predicted";
+    }
+    return {};
+}
+
+}  // namespace veloran

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "elements/tle_data.h"
+#include "platform/file_store.h"
+
+namespace veloran {
+
+/// The element sets that the user imported by hand, in one text file of three lines a set.
+class CustomTLEStore {
+  public:
+    explicit CustomTLEStore(FileStore& files) : files_(files) {}
+
+    std::filesystem::path fileURL() const;
+    /// Empty when there is no readable file. Every record has the source "custom".
+    std::vector<TLEData> load() const;
+    void save(const std::vector<TLEData>& sets);
+    /// Merges into the stored list by catalogue number; the count of numbers that were new.
+    std::int64_t add(const std::vector<TLEData>& sets);
+    void remove(std::int64_t noradId);
+    void clear();
+
+    struct ImportResult {
+        std::int64_t count = 0;
+        std::optional<std::string> error;  ///< in words, for the user; nothing was saved then
+    };
+    ImportResult importFromText(std::string_view text);
+
+  private:
+    FileStore& files_;
+};
+
+/// What a pasted text or file holds, before anything is stored: sets, or an error in words.
+struct DecodedImport {
+    std::vector<TLEData> sets;
+    std::optional<std::string> error;
+};
+DecodedImport decodeImport(std::string_view text);
+
+/// The stored list after `sets` were merged in, and how many numbers were new.
+std::int64_t mergeImported(std::vector<TLEData>& stored, const std::vector<TLEData>& sets);
+
+/// The file's content for a list.
+std::string customFileText(const std::vector<TLEData>& sets);
+
+}  // namespace veloran
