@@ -7,13 +7,14 @@
 #include "ui/pass_list/pass_list_view.h"
 #include "ui/state_refresher.h"
 #include "ui/title_bar.h"
-#include "ui/widgets/ornaments.h"
+#include "ui/widgets/divider.h"
 
 namespace veloran {
 
 ContentView::ContentView(std::shared_ptr<AppState> state, const StateRefresher& refresher,
                          QWidget* parent)
     : QWidget(parent), state_(std::move(state)) {
+    setMinimumSize(1050, 700);
     auto* titleBar = new TitleBar(state_);
     auto* detailPanel = new DetailPanel(state_);
     connect(&refresher, &StateRefresher::refresh, titleBar, &TitleBar::refresh);

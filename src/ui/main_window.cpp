@@ -22,7 +22,6 @@ MainWindow::MainWindow(std::shared_ptr<AppState> state, QWidget* parent)
     makeFileMenu();
     makeTrackingMenu();
     makeHelpMenu();
-    setMinimumSize(1050, 700);
     resize(1200, 800);
 
     auto* refresher = new StateRefresher(state_->objectWillChange, this);

@@ -6,7 +6,7 @@
 
 #include "ui/formats.h"
 #include "ui/symbol_icon.h"
-#include "ui/widgets/ornaments.h"
+#include "ui/widgets/spinner.h"
 #include "ui/widgets/value_label.h"
 
 namespace veloran {

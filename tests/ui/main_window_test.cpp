@@ -3,8 +3,12 @@
 #include <QAction>
 #include <QMenuBar>
 #include <QSplitter>
+#include <map>
 
 #include "ui/detail/detail_panel.h"
+#include "ui/detail/frequency_column.h"
+#include "ui/detail/pass_column.h"
+#include "ui/detail/rig_column.h"
 #include "ui/pass_list/pass_list_view.h"
 #include "ui/theme.h"
 #include "ui_fixture.h"
@@ -17,6 +21,26 @@ class MainWindowTest : public UiFixture {
     void showWindow() {
         window.show();
         ASSERT_TRUE(QTest::qWaitFor([this] { return state->isLoadingTLEs.get(); }));
+    }
+    void trackPair() {
+        const auto satellite = addSatellite("RS-44", 44909, {passAt(start)},
+                                            {channel("down", 435.64e6), channel("up", 145.95e6)});
+        select(satellite, satellite->transmitters[0]);
+        state->startTracking(satellite, satellite->transmitters[0]);
+    }
+    QRect placeOf(const char* name) {
+        const auto& view = child<QWidget>(window, name);
+        return {view.mapTo(&window, QPoint(0, 0)), view.size()};
+    }
+    /// Of the pixels of a text, those inside its strokes stand out most.
+    static double greatestContrast(const QImage& image, const QRect& place, const QColor& ground) {
+        double greatest = 1;
+        for (int y = place.top(); y <= place.bottom(); ++y) {
+            for (int x = place.left(); x <= place.right(); ++x) {
+                greatest = std::max(greatest, contrastRatio(image.pixelColor(x, y), ground));
+            }
+        }
+        return greatest;
     }
     QAction& action(const char* name) {
         auto* found = window.findChild<QAction*>(name);
@@ -47,15 +71,80 @@ TEST_F(MainWindowTest, SecondAppearanceLoadsNothing) {
 
 TEST_F(MainWindowTest, SizesAreThoseOfTheDesign) {
     EXPECT_EQ(window.size(), QSize(1200, 800));
-    EXPECT_EQ(window.minimumSize(), QSize(1050, 700));
     showWindow();
-    window.resize(1050, 700);
+    window.resize(1, 1);
     QTest::qWait(0);
-    EXPECT_EQ(window.size(), QSize(1050, 700)) << "the content fits the smallest window";
+    EXPECT_EQ(window.centralWidget()->minimumSize(), QSize(1050, 700));
+    EXPECT_EQ(window.centralWidget()->size(), QSize(1050, 700))
+        << "the menu bar comes on top, and the content fits";
     const auto* panel = window.findChild<DetailPanel*>();
     EXPECT_EQ(panel->height(), 240);
     EXPECT_EQ(panel->width(), 1050);
     EXPECT_GE(window.findChild<PassListView*>()->height(), 120);
+}
+
+TEST_F(MainWindowTest, ColumnsKeepTheirWidthsInTheSmallestWindow) {
+    trackPair();
+    showWindow();
+    window.resize(1, 1);
+    QTest::qWait(0);
+    const auto* pass = window.findChild<PassColumn*>();
+    const auto* frequencies = window.findChild<FrequencyColumn*>();
+    const auto* rig = window.findChild<RigColumn*>();
+    EXPECT_EQ(pass->geometry(), QRect(0, 0, 400, 240));
+    EXPECT_EQ(frequencies->geometry(), QRect(401, 0, 1050 - 400 - 320 - 2, 240));
+    EXPECT_EQ(rig->geometry(), QRect(1050 - 320, 0, 320, 240));
+}
+
+TEST_F(MainWindowTest, StatusFollowsTheState) {
+    refreshedAfter(window, [&] { state->statusMessage = "Fetching TLEs..."; });
+    EXPECT_EQ(textOf(window, "status"), "Fetching TLEs...");
+}
+
+TEST_F(MainWindowTest, PassCountFollowsTheState) {
+    refreshedAfter(window, [&] { addSatellite("ISS", 25544, {passAt(start), passAt(start + 9)}); });
+    EXPECT_EQ(textOf(window, "passCount"), "2 upcoming");
+}
+
+TEST_F(MainWindowTest, TicksLayNothingOutAnewAndDrawOnlyWhatChanged) {
+    trackPair();
+    showWindow();
+    state->currentAzimuth = 10;
+    state->currentCorrectedFreq = 145951157;
+    state->currentUplinkFreq = 435151157;
+    refreshedAfter(window, [&] { state->currentRange = 1000; });
+    for (int turn = 0; turn < 10; ++turn) QTest::qWait(0);  // until every part has its place
+
+    struct Counter : QObject {
+        int layouts = 0;
+        std::map<QString, int> paints;
+        bool eventFilter(QObject* watched, QEvent* event) override {
+            if (event->type() == QEvent::LayoutRequest) ++layouts;
+            if (event->type() == QEvent::Paint) ++paints[watched->objectName()];
+            return false;
+        }
+    } counter;
+    window.installEventFilter(&counter);
+    for (QWidget* w : window.findChildren<QWidget*>()) w->installEventFilter(&counter);
+    for (int tick = 0; tick < 20; ++tick) {
+        refreshedAfter(window, [&] {
+            state->currentCorrectedFreq = 145951157 + tick * 37 + 1;
+            state->currentDopplerShift = 900 + tick * 37;
+            state->currentUplinkFreq = 435151157 - tick * 91;
+            state->currentAzimuth = 10 + tick * 7;
+            state->currentElevation = tick * 2.5;
+            state->currentRange = 1000 + tick * 250;
+            state->currentDopplerRate = -50 - tick * 7.3;
+        });
+        QTest::qWait(0);
+    }
+    EXPECT_EQ(counter.layouts, 0);
+    EXPECT_GE(counter.paints["sessionRange"], 15);
+    EXPECT_GE(counter.paints["rxFrequency"], 15);
+    for (const char* still : {"status", "passSatellite", "transponderPicker", "rigEndpoint",
+                              "trackButton", "sessionUpdate", "txpPlus10"}) {
+        EXPECT_EQ(counter.paints[still], 0) << still;
+    }
 }
 
 TEST_F(MainWindowTest, MenusHoldTheirEntriesAndShortcuts) {
@@ -97,10 +186,7 @@ TEST_F(MainWindowTest, ClosingDoesNotEndTheSession) {
 }
 
 TEST_F(MainWindowTest, EveryControlIsReachedByTheTabKeyAndHasAName) {
-    const auto satellite = addSatellite("RS-44", 44909, {passAt(start)},
-                                        {channel("down", 435.64e6), channel("up", 145.95e6)});
-    select(satellite, satellite->transmitters[0]);
-    state->startTracking(satellite, satellite->transmitters[0]);
+    trackPair();
     showWindow();
     refreshedAfter(window, [&] { state->currentUplinkFreq = 145.95e6; });
     QStringList order;
@@ -125,15 +211,20 @@ TEST_F(MainWindowTest, EveryControlIsReachedByTheTabKeyAndHasAName) {
 }
 
 TEST_F(MainWindowTest, ThemeMayChangeWhileItIsShown) {
+    trackPair();
     showWindow();
-    Theme::apply(false);
-    QTest::qWait(0);
-    EXPECT_EQ(window.grab().toImage().pixelColor(4, window.height() - 4),
-              Theme::color(Ink::window));
-    Theme::apply(true);
-    QTest::qWait(0);
-    EXPECT_EQ(window.grab().toImage().pixelColor(4, window.height() - 4),
-              Theme::color(Ink::window));
+    refreshedAfter(window, [&] { state->currentCorrectedFreq = 145951157; });
+    for (const bool dark : {false, true}) {
+        Theme::apply(dark);
+        QTest::qWait(0);
+        const QImage image = window.grab().toImage();
+        const QColor ground = Theme::color(Ink::window);
+        EXPECT_EQ(image.pixelColor(4, window.height() - 4), ground);
+        for (const char* name : {"rxFrequency", "rigConnection"}) {
+            EXPECT_GE(greatestContrast(image, placeOf(name), ground), Theme::kLegibleContrast)
+                << name << (dark ? ", dark" : ", light");
+        }
+    }
 }
 
 }  // namespace

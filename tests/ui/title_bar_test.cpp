@@ -45,6 +45,12 @@ TEST_F(TitleBarTest, VersionComesFromTheApplication) {
     QCoreApplication::setApplicationVersion("");
 }
 
+TEST_F(TitleBarTest, HelpTextsShow) {
+    EXPECT_EQ(child<QWidget>(bar, "version").toolTip(),
+              "App version — auto-increments with each build");
+    EXPECT_EQ(child<QWidget>(bar, "refreshPassesButton").toolTip(), "Refresh Passes");
+}
+
 TEST_F(TitleBarTest, RefreshStartsTheTimelineNowAndComputesPasses) {
     addSatellite("ISS", 25544, {passAt(start)});
     machine.loop.advance(100);

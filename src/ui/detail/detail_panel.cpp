@@ -5,7 +5,7 @@
 #include "ui/detail/frequency_column.h"
 #include "ui/detail/pass_column.h"
 #include "ui/detail/rig_column.h"
-#include "ui/widgets/ornaments.h"
+#include "ui/widgets/divider.h"
 
 namespace veloran {
 

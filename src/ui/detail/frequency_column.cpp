@@ -8,9 +8,10 @@
 #include "ui/detail/labeled_values.h"
 #include "ui/formats.h"
 #include "ui/theme.h"
+#include "ui/widgets/badge.h"
 #include "ui/widgets/bump_button.h"
+#include "ui/widgets/divider.h"
 #include "ui/widgets/folding_row.h"
-#include "ui/widgets/ornaments.h"
 #include "ui/widgets/selectable_value.h"
 
 namespace veloran {
@@ -194,6 +195,7 @@ QWidget* FrequencyColumn::makePassbandRow() {
 
 QWidget* FrequencyColumn::makeCalibrationRow() {
     auto* name = new ValueLabel(kOffsetName, "TXP");
+    name->setObjectName("txpName");
     name->setToolTip(tr(
         "Transponder cal — per (sat, transponder). Applied in Pattern B (selectedDL); stored only "
         "in Pattern A (transponderCenter)."));

@@ -7,7 +7,7 @@
 #include "ui/detail/labeled_values.h"
 #include "ui/detail/transponder_picker.h"
 #include "ui/formats.h"
-#include "ui/widgets/ornaments.h"
+#include "ui/widgets/color_dot.h"
 
 namespace veloran {
 

@@ -1,6 +1,5 @@
 #include "ui/detail/rig_column.h"
 
-#include <QEvent>
 #include <QGridLayout>
 #include <QPushButton>
 
@@ -9,7 +8,9 @@
 #include "ui/formats.h"
 #include "ui/symbol_icon.h"
 #include "ui/theme.h"
-#include "ui/widgets/ornaments.h"
+#include "ui/widgets/badge.h"
+#include "ui/widgets/color_dot.h"
+#include "ui/widgets/prominent_button.h"
 #include "ui/widgets/text_button.h"
 
 namespace veloran {
@@ -28,13 +29,11 @@ Ink protocolInk(RigProtocolMode mode) {
     return Ink::secondary;
 }
 
-QPushButton* sessionButton(const QString& text, const char* name) {
-    auto* button = new QPushButton(text);
-    button->setObjectName(name);
-    button->setFont(Theme::mono(16, QFont::Bold));
-    button->setIconSize({16, 16});
-    button->setAutoDefault(false);
-    return button;
+void dressSessionButton(QPushButton& button, const char* name) {
+    button.setObjectName(name);
+    button.setFont(Theme::mono(16, QFont::Bold));
+    button.setIconSize({16, 16});
+    button.setAutoDefault(false);
 }
 
 QString qText(std::string_view utf8) {
@@ -85,11 +84,6 @@ void RigColumn::refresh() {
     update_->setText(updateRateText(state_->dopplerUpdateHz));
 }
 
-void RigColumn::changeEvent(QEvent* event) {
-    QWidget::changeEvent(event);
-    if (event->type() == QEvent::ApplicationPaletteChange) colorTrackButton();
-}
-
 QWidget* RigColumn::makeLink() {
     auto* widget = new QWidget;
     widget->setObjectName("rigLink");
@@ -114,12 +108,13 @@ QWidget* RigColumn::makeLink() {
 }
 
 QWidget* RigColumn::makeButtons() {
-    track_ = sessionButton("TRACK", "trackButton");
+    track_ = new ProminentButton("TRACK", Ink::green);
+    dressSessionButton(*track_, "trackButton");
     track_->setIcon(symbolIcon(Symbol::play, Ink::control));
     track_->setAccessibleName(tr("Start tracking the selected pass"));
-    colorTrackButton();
     connect(track_, &QPushButton::clicked, this, [this] { startTrackingSelectedPass(*state_); });
-    stop_ = sessionButton("STOP", "stopButton");
+    stop_ = new QPushButton("STOP");
+    dressSessionButton(*stop_, "stopButton");
     stop_->setIcon(symbolIcon(Symbol::stop));
     stop_->setAccessibleName(tr("Stop tracking"));
     connect(stop_, &QPushButton::clicked, this, [this] { state_->stopTracking(); });
@@ -166,15 +161,6 @@ QWidget* RigColumn::makeSession() {
     column->addLayout(grid);
     column->addWidget(reset, 0, Qt::AlignLeft);
     return session_;
-}
-
-void RigColumn::colorTrackButton() {
-    QPalette colors = palette();
-    colors.setColor(QPalette::Active, QPalette::Button, Theme::color(Ink::green));
-    colors.setColor(QPalette::Inactive, QPalette::Button, Theme::color(Ink::green));
-    colors.setColor(QPalette::Active, QPalette::ButtonText, Theme::color(Ink::control));
-    colors.setColor(QPalette::Inactive, QPalette::ButtonText, Theme::color(Ink::control));
-    track_->setPalette(colors);
 }
 
 void startTrackingSelectedPass(AppState& state) {

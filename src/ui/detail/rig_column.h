@@ -5,9 +5,7 @@
 
 #include "core/app_state.h"
 
-class QGridLayout;
 class QPushButton;
-class QVBoxLayout;
 
 namespace veloran {
 
@@ -24,14 +22,10 @@ class RigColumn : public QWidget {
   public slots:
     void refresh();
 
-  protected:
-    void changeEvent(QEvent* event) override;
-
   private:
     QWidget* makeLink();
     QWidget* makeButtons();
     QWidget* makeSession();
-    void colorTrackButton();
 
     std::shared_ptr<AppState> state_;
     ColorDot* linkDot_;

@@ -47,7 +47,7 @@ void SelectableValue::setValue(std::string_view utf8) {
 
 void SelectableValue::changeEvent(QEvent* event) {
     QLineEdit::changeEvent(event);
-    if (event->type() == QEvent::ApplicationPaletteChange) applyColors();
+    if (event->type() == QEvent::PaletteChange) applyColors();
 }
 
 void SelectableValue::applyColors() {

@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "../ui_fixture.h"
-#include "ui/widgets/ornaments.h"
+#include "ui/widgets/badge.h"
 #include "ui/widgets/selectable_value.h"
 
 namespace veloran::test {
@@ -168,6 +168,12 @@ TEST_F(FrequencyColumnTest, SaveKeepsTheCalibrationForTheNextSession) {
     EXPECT_EQ(textOf(column, "txpValue"), "+110 Hz");
 }
 
+TEST_F(FrequencyColumnTest, CalibrationExplainsItself) {
+    EXPECT_EQ(child<QWidget>(column, "txpName").toolTip(),
+              "Transponder cal — per (sat, transponder). Applied in Pattern B (selectedDL); stored "
+              "only in Pattern A (transponderCenter).");
+}
+
 TEST_F(FrequencyColumnTest, StoredOnlyShowsForTheTransponderCentreOfASatProtoRadio) {
     const auto shows = [&](RigProtocolMode mode, SatProtoRestPattern pattern) {
         state->rigProtocolMode = mode;
@@ -200,34 +206,6 @@ TEST_F(FrequencyColumnTest, LongNumbersFitTheSmallestWindowToo) {
     state->currentDopplerShift = -123456;
     state->currentRIT = -123456;
     expectToFitTheSmallestWindow();
-}
-
-TEST_F(FrequencyColumnTest, TicksLayNothingOutAnew) {
-    trackPair(true);
-    column.resize(478, 240);
-    column.show();
-    state->currentCorrectedFreq = 145951157;
-    state->currentUplinkFreq = 435151157;
-    column.refresh();
-    for (int turn = 0; turn < 10; ++turn) QTest::qWait(0);  // until every part has its place
-
-    struct LayoutCounter : QObject {
-        int layouts = 0;
-        bool eventFilter(QObject*, QEvent* event) override {
-            if (event->type() == QEvent::LayoutRequest) ++layouts;
-            return false;
-        }
-    } counter;
-    column.installEventFilter(&counter);
-    for (QWidget* w : column.findChildren<QWidget*>()) w->installEventFilter(&counter);
-    for (int tick = 0; tick < 20; ++tick) {
-        state->currentCorrectedFreq = 145951157 + tick * 37;
-        state->currentDopplerShift = 900 + tick * 37;
-        state->currentUplinkFreq = 435151157 - tick * 91;
-        column.refresh();
-        QTest::qWait(0);
-    }
-    EXPECT_EQ(counter.layouts, 0);
 }
 
 }  // namespace

@@ -4,7 +4,8 @@
 
 #include "../ui_fixture.h"
 #include "ui/theme.h"
-#include "ui/widgets/ornaments.h"
+#include "ui/widgets/badge.h"
+#include "ui/widgets/color_dot.h"
 #include "ui/widgets/text_button.h"
 
 namespace veloran::test {
@@ -45,6 +46,12 @@ TEST_F(RigColumnTest, BadgeNamesTheDialectInItsColour) {
     }
 }
 
+TEST_F(RigColumnTest, LinkRowExplainsTheProtocol) {
+    EXPECT_EQ(child<QWidget>(column, "rigLink").toolTip(),
+              "Protocol auto-detected from rigctld; SAT_PROTO sends rest_hz and Doppler as "
+              "separate fields.");
+}
+
 TEST_F(RigColumnTest, MessageOfTheRadioShows) {
     state->rigSatProtoStatus = "Re-armed (radio was claimed by another client)";
     column.refresh();
@@ -76,6 +83,27 @@ TEST_F(RigColumnTest, TrackStartsTheSelectedPassAndStopEndsIt) {
     column.refresh();
     EXPECT_FALSE(state->isTracking);
     EXPECT_FALSE(isShown(column, "sessionGrid"));
+}
+
+TEST_F(RigColumnTest, TextOfTrackIsLegibleAllOverTheButtonInEveryTheme) {
+    const auto iss = addIss();
+    select(iss, iss->transmitters[0]);
+    column.refresh();
+    auto& track = child<QPushButton>(column, "trackButton");
+    for (const bool dark : {true, false}) {
+        Theme::apply(dark);
+        for (const bool down : {false, true}) {
+            track.setDown(down);
+            const QImage image = track.grab().toImage();
+            // Left of the icon, from top to bottom: the ground alone.
+            for (int y = 4; y < image.height() - 4; ++y) {
+                EXPECT_GE(contrastRatio(image.pixelColor(4, y), Theme::color(Ink::control)),
+                          Theme::kLegibleContrast)
+                    << (dark ? "dark" : "light") << ", row " << y << (down ? ", pressed" : "");
+            }
+        }
+    }
+    Theme::apply(true);
 }
 
 TEST_F(RigColumnTest, SessionShowsTheFiguresOfTheTick) {
