@@ -1,6 +1,7 @@
 #include "ui/widgets/choice_box.h"
 
 #include <QAbstractItemView>
+#include <QHelpEvent>
 #include <QStylePainter>
 #include <QWheelEvent>
 #include <algorithm>
@@ -23,25 +24,34 @@ void ChoiceBox::wheelEvent(QWheelEvent* event) {
     event->ignore();
 }
 
+bool ChoiceBox::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip || fitted().text == currentText()) {
+        return QComboBox::event(event);
+    }
+    showFullText(*static_cast<QHelpEvent*>(event), this, currentText());
+    return true;
+}
+
 void ChoiceBox::paintEvent(QPaintEvent*) {
-    constexpr int kLabelMargins = 6;
     QStylePainter painter(this);
     QStyleOptionComboBox option;
     initStyleOption(&option);
     painter.drawComplexControl(QStyle::CC_ComboBox, option);
 
+    const FittedText drawn = fitted();
+    painter.setFont(drawn.font);
+    option.currentText = drawn.text;
+    painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+}
+
+FittedText ChoiceBox::fitted() const {
+    constexpr int kLabelMargins = 6;
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
     const QRect field =
         style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
-    const int room = field.width() - kLabelMargins;
-    const int needed = option.fontMetrics.horizontalAdvance(option.currentText);
-    QFont drawn = font();
-    if (needed > room) {
-        const int fitting = drawn.pixelSize() * room / needed;
-        drawn.setPixelSize(std::clamp(fitting, kSmallestPixels, drawn.pixelSize()));
-    }
-    painter.setFont(drawn);
-    option.currentText = QFontMetrics(drawn).elidedText(option.currentText, Qt::ElideMiddle, room);
-    painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+    return fittedText(font(), currentText(), field.width() - kLabelMargins, kSmallestPixels,
+                      Qt::ElideMiddle);
 }
 
 }  // namespace veloran

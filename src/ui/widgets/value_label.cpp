@@ -3,6 +3,7 @@
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QFontMetrics>
+#include <QHelpEvent>
 #include <QPainter>
 #include <algorithm>
 
@@ -59,12 +60,6 @@ void ValueLabel::setText(const QString& text) {
     update();
 }
 
-void ValueLabel::setInk(Ink ink) {
-    if (ink == style_.ink) return;
-    style_.ink = ink;
-    update();
-}
-
 void ValueLabel::reserve(const QString& sample) {
     reserved_ = widthOf(sample);
     updateGeometry();
@@ -104,15 +99,8 @@ QSize ValueLabel::minimumSizeHint() const {
 
 void ValueLabel::paintEvent(QPaintEvent*) {
     if (text_.isEmpty()) return;
-    QFont drawn = font(style_.pixels);
-    QString text = text_;
-    int textWidth = textWidth_;
-    if (textWidth > width()) {
-        const int fitting = style_.pixels * width() / textWidth;
-        drawn = font(std::max(std::min(style_.pixels, kSmallestPixels), fitting));
-        text = QFontMetrics(drawn).elidedText(text_, Qt::ElideRight, width());
-        textWidth = QFontMetrics(drawn).horizontalAdvance(text);
-    }
+    const FittedText drawn = fitted();
+    const int textWidth = QFontMetrics(drawn.font).horizontalAdvance(drawn.text);
     const QFontMetrics lineMetrics(baselineFont_.value_or(font(style_.pixels)));
     const int baseline = (height() - lineMetrics.height()) / 2 + lineMetrics.ascent();
     int x = 0;
@@ -120,9 +108,25 @@ void ValueLabel::paintEvent(QPaintEvent*) {
     if (alignment_ & Qt::AlignHCenter) x = (width() - textWidth) / 2;
 
     QPainter painter(this);
-    painter.setFont(drawn);
+    painter.setFont(drawn.font);
     painter.setPen(Theme::text(style_.ink, style_.opacity));
-    painter.drawText(x, baseline, text);
+    painter.drawText(x, baseline, drawn.text);
+}
+
+bool ValueLabel::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip || !toolTip().isEmpty() || !isCut()) {
+        return QWidget::event(event);
+    }
+    showFullText(*static_cast<QHelpEvent*>(event), this, text_);
+    return true;
+}
+
+bool ValueLabel::isCut() const {
+    return fitted().text != text_;
+}
+
+FittedText ValueLabel::fitted() const {
+    return fittedText(font(style_.pixels), text_, width(), kSmallestPixels, Qt::ElideRight);
 }
 
 QFont ValueLabel::font(int pixels) const {

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "ui/ink.h"
+#include "ui/widgets/fitted_text.h"
 
 namespace veloran {
 
@@ -19,7 +20,7 @@ struct TextStyle {
 
 /// One line of text that may change many times a second: an equal text costs nothing, another one
 /// repaints this label and lays nothing out anew as long as it fits the reserved width. A text
-/// wider than the label is drawn smaller, then cut with "…".
+/// wider than the label is drawn smaller, then cut with "…", and the tooltip then tells all of it.
 class ValueLabel : public QWidget {
     Q_OBJECT
   public:
@@ -34,8 +35,6 @@ class ValueLabel : public QWidget {
     void setText(std::string_view utf8) {
         setText(QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())));
     }
-    const TextStyle& textStyle() const { return style_; }
-    void setInk(Ink ink);
 
     /// Keeps room for `sample` at least.
     void reserve(const QString& sample);
@@ -52,8 +51,11 @@ class ValueLabel : public QWidget {
 
   protected:
     void paintEvent(QPaintEvent* event) override;
+    bool event(QEvent* event) override;
 
   private:
+    bool isCut() const;
+    FittedText fitted() const;
     QFont font(int pixels) const;
     int widthOf(const QString& text) const;
 

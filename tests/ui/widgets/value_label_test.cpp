@@ -5,6 +5,8 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QHBoxLayout>
+#include <QHelpEvent>
+#include <QToolTip>
 
 namespace veloran {
 namespace {
@@ -54,6 +56,20 @@ TEST(ValueLabel, TextTooWideForItsPlaceIsNotCutOffAtTheEdge) {
     for (int y = 0; y < image.height(); ++y) {
         EXPECT_EQ(image.pixel(image.width() - 1, y), background) << "row " << y;
     }
+}
+
+TEST(ValueLabel, TooltipTellsAllOfATextThatIsCutAndOnlyThen) {
+    ValueLabel label({15}, "RS-44 & <b>friends</b> of the transponder");
+    label.show();
+    const auto tip = [&](int width) {
+        label.resize(width, 20);
+        QToolTip::hideText();
+        QHelpEvent event(QEvent::ToolTip, {5, 5}, label.mapToGlobal(QPoint(5, 5)));
+        const bool shown = QApplication::sendEvent(&label, &event) && event.isAccepted();
+        return shown ? QToolTip::text() : QString();
+    };
+    EXPECT_EQ(tip(60), "<p>RS-44 &amp; &lt;b&gt;friends&lt;/b&gt; of the transponder</p>");
+    EXPECT_EQ(tip(1000), "");
 }
 
 }  // namespace
