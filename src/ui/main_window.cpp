@@ -5,12 +5,12 @@
 #include <QMenuBar>
 #include <QMessageBox>
 
+#include "ui/application_version.h"
+#include "ui/commands.h"
 #include "ui/content_view.h"
-#include "ui/detail/rig_column.h"
 #include "ui/formats.h"
 #include "ui/state_refresher.h"
 #include "ui/symbol_icon.h"
-#include "ui/title_bar.h"
 
 namespace veloran {
 

@@ -17,7 +17,6 @@ class Theme {
     /// Gives the application its style, palette and font. May be called again at any time: what is
     /// on screen repaints itself.
     static void apply(bool dark);
-    static bool isDark();
 
     static QColor color(Ink ink, double opacity = 1);
     /// Colour of text on `background`, opaque. An opacity that would leave less than

@@ -1,9 +1,10 @@
 #include "ui/title_bar.h"
 
-#include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QToolButton>
 
+#include "ui/application_version.h"
+#include "ui/commands.h"
 #include "ui/formats.h"
 #include "ui/symbol_icon.h"
 #include "ui/widgets/spinner.h"
@@ -74,17 +75,6 @@ QWidget* TitleBar::makeRefreshButton() {
     button->setAccessibleName(tr("Refresh Passes"));
     connect(button, &QToolButton::clicked, this, [this] { refreshPasses(*state_); });
     return button;
-}
-
-std::optional<std::string> applicationVersion() {
-    const QString version = QCoreApplication::applicationVersion();
-    if (version.isEmpty()) return std::nullopt;
-    return version.toStdString();
-}
-
-void refreshPasses(AppState& state) {
-    state.timelineStartTime = state.now();
-    state.computeAllPasses();
 }
 
 }  // namespace veloran

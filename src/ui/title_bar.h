@@ -31,10 +31,4 @@ class TitleBar : public QWidget {
     ValueLabel* locator_;
 };
 
-/// The version of the running program; absent when the application has none.
-std::optional<std::string> applicationVersion();
-
-/// Starts the timeline at the present and searches the passes anew; downloads nothing.
-void refreshPasses(AppState& state);
-
 }  // namespace veloran

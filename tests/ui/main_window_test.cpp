@@ -4,6 +4,7 @@
 #include <QMenuBar>
 #include <QSplitter>
 #include <map>
+#include <set>
 
 #include "ui/detail/detail_panel.h"
 #include "ui/detail/frequency_column.h"
@@ -81,6 +82,22 @@ TEST_F(MainWindowTest, SizesAreThoseOfTheDesign) {
     EXPECT_EQ(panel->height(), 240);
     EXPECT_EQ(panel->width(), 1050);
     EXPECT_GE(window.findChild<PassListView*>()->height(), 120);
+}
+
+TEST_F(MainWindowTest, NoTwoSpokenNamesAreEqual) {
+    trackPair();
+    showWindow();
+    refreshedAfter(window, [&] { state->currentUplinkFreq = 145.95e6; });
+    std::set<std::string> names;
+    for (const QWidget* w : window.findChildren<QWidget*>()) {
+        const std::string name = w->accessibleName().toStdString();
+        if (name.empty() || !w->isVisible()) continue;
+        EXPECT_TRUE(names.insert(name).second) << name;
+    }
+    for (const char* name : {"Receive at satellite", "Receive Doppler", "Transmit at satellite",
+                             "Transmit Doppler", "Transponder sense STR", "Protocol —"}) {
+        EXPECT_TRUE(names.contains(name)) << name;
+    }
 }
 
 TEST_F(MainWindowTest, ColumnsKeepTheirWidthsInTheSmallestWindow) {

@@ -113,10 +113,12 @@ QVBoxLayout* FrequencyColumn::makeDownlink() {
     rxFrequency_->setAccessibleName(tr("Receive frequency"));
 
     auto* breakdown = new FoldingRow(10, 2);
-    breakdown->first()->addLayout(breakdownPart("@sat", kAtSatelliteSample, rxAtSatellite_));
-    breakdown->first()->addLayout(breakdownPart("doppler", kShiftSample, rxDoppler_));
+    breakdown->first()->addLayout(
+        breakdownPart("@sat", tr("Receive at satellite"), kAtSatelliteSample, rxAtSatellite_));
+    breakdown->first()->addLayout(
+        breakdownPart("doppler", tr("Receive Doppler"), kShiftSample, rxDoppler_));
     breakdown->first()->addStretch();
-    breakdown->second()->addLayout(breakdownPart("RIT", kShiftSample, ritPart_));
+    breakdown->second()->addLayout(breakdownPart("RIT", tr("Receive RIT"), kShiftSample, ritPart_));
     breakdown->second()->addStretch();
     rxAtSatellite_->setObjectName("rxAtSatellite");
     rxDoppler_->setObjectName("rxDoppler");
@@ -158,8 +160,10 @@ QVBoxLayout* FrequencyColumn::makeUplink() {
 
     auto* breakdown = new QHBoxLayout;
     breakdown->setSpacing(10);
-    breakdown->addLayout(breakdownPart("@sat", kAtSatelliteSample, txAtSatellite_));
-    breakdown->addLayout(breakdownPart("doppler", kShiftSample, txDoppler_));
+    breakdown->addLayout(
+        breakdownPart("@sat", tr("Transmit at satellite"), kAtSatelliteSample, txAtSatellite_));
+    breakdown->addLayout(
+        breakdownPart("doppler", tr("Transmit Doppler"), kShiftSample, txDoppler_));
     breakdown->addStretch();
     txAtSatellite_->setObjectName("txAtSatellite");
     txDoppler_->setObjectName("txDoppler");
@@ -177,7 +181,7 @@ QWidget* FrequencyColumn::makePassbandRow() {
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(4);
     row->addWidget(new ValueLabel(kOffsetName, "TIT"));
-    row->addWidget(sense_ = new Badge({12, 3, 2, 1}));
+    row->addWidget(sense_ = new Badge({12, 3, 2, 1}, tr("Transponder sense")));
     sense_->setObjectName("transponderSense");
     addBumps(
         *row, "tit",
@@ -223,7 +227,8 @@ QWidget* FrequencyColumn::makeCalibrationRow() {
     storedOnly_->setObjectName("storedOnly");
     row->second()->addWidget(save);
     row->second()->addWidget(calibration_ = makeOffsetValue("txp", Ink::cyan));
-    row->second()->addWidget(storedOnly_);
+    row->third()->addWidget(storedOnly_);
+    row->third()->addStretch();
     row->second()->addStretch();
     return row;
 }
@@ -267,7 +272,7 @@ ValueLabel* FrequencyColumn::makeOffsetValue(const QString& offset, Ink ink) con
     constexpr int kLeastWidth = 56;
     auto* value = new ValueLabel({15, QFont::Normal, ink});
     value->setObjectName(offset + "Value");
-    value->setAccessibleName(offset.toUpper());
+    value->setAccessibleName(tr("%1 offset").arg(offset.toUpper()));
     value->setWidthRange(kLeastWidth, kWidth);
     value->setAlignment(Qt::AlignRight);
     return value;

@@ -2,12 +2,14 @@
 
 #include <QGridLayout>
 #include <QStackedLayout>
+#include <QVBoxLayout>
 
 #include "ui/detail/detail_panel.h"
 #include "ui/detail/labeled_values.h"
 #include "ui/detail/transponder_picker.h"
 #include "ui/formats.h"
 #include "ui/widgets/color_dot.h"
+#include "ui/widgets/value_label.h"
 
 namespace veloran {
 
@@ -91,9 +93,9 @@ void PassColumn::addFigures(QVBoxLayout& column) {
     auto* row = new QHBoxLayout;
     row->setContentsMargins(0, 2, 0, 0);
     row->setSpacing(12);
-    row->addLayout(detailItem(tr("Max"), maxElevation_));
-    row->addLayout(detailItem(tr("Dir"), direction_));
-    row->addLayout(detailItem(tr("Dur"), duration_));
+    row->addLayout(detailItem(tr("Max"), tr("Highest elevation"), maxElevation_));
+    row->addLayout(detailItem(tr("Dir"), tr("Direction"), direction_));
+    row->addLayout(detailItem(tr("Dur"), tr("Duration"), duration_));
     row->addStretch();
     maxElevation_->setObjectName("passMaxElevation");
     direction_->setObjectName("passDirection");

@@ -2,7 +2,9 @@
 
 #include <QGridLayout>
 #include <QPushButton>
+#include <QVBoxLayout>
 
+#include "ui/commands.h"
 #include "ui/detail/detail_panel.h"
 #include "ui/detail/labeled_values.h"
 #include "ui/formats.h"
@@ -12,6 +14,7 @@
 #include "ui/widgets/color_dot.h"
 #include "ui/widgets/prominent_button.h"
 #include "ui/widgets/text_button.h"
+#include "ui/widgets/value_label.h"
 
 namespace veloran {
 
@@ -46,9 +49,11 @@ RigColumn::RigColumn(std::shared_ptr<AppState> state, QWidget* parent)
     : QWidget(parent), state_(std::move(state)) {
     rigStatus_ = new ValueLabel({11, QFont::Normal, Ink::orange});
     rigStatus_->setObjectName("rigStatus");
+    rigStatus_->setAccessibleName(tr("Message of the radio"));
     rigStatus_->setElastic();
     endpoint_ = new ValueLabel({14, QFont::Normal, Ink::secondary});
     endpoint_->setObjectName("rigEndpoint");
+    endpoint_->setAccessibleName(tr("Radio server"));
     endpoint_->setElastic();
 
     auto* column = new QVBoxLayout(this);
@@ -95,7 +100,7 @@ QWidget* RigColumn::makeLink() {
     link_ = new ValueLabel({15});
     link_->setObjectName("rigConnection");
     link_->setAccessibleName(tr("Radio"));
-    protocol_ = new Badge({11, 4, 3, 0.6});
+    protocol_ = new Badge({11, 4, 3, 0.6}, tr("Protocol"));
     protocol_->setObjectName("rigProtocol");
     auto* row = new QHBoxLayout(widget);
     row->setContentsMargins(0, 0, 0, 0);
@@ -136,19 +141,20 @@ QWidget* RigColumn::makeSession() {
     grid->setHorizontalSpacing(6);
     grid->setVerticalSpacing(1);
     grid->setColumnStretch(1, 1);
-    const auto addRow = [&](const QString& label, const char* name, ValueLabel*& value) {
+    const auto addRow = [&](const QString& label, const QString& spoken, const char* name,
+                            ValueLabel*& value) {
         const int row = grid->rowCount();
-        value = smallValue(label);
+        value = smallValue(spoken);
         value->setObjectName(name);
         value->reserve("+00000.0 Hz/s");
         grid->addWidget(smallLabel(label), row, 0);
         grid->addWidget(value, row, 1);
     };
-    addRow(tr("Az"), "sessionAzimuth", azimuth_);
-    addRow(tr("El"), "sessionElevation", elevation_);
-    addRow(tr("Range"), "sessionRange", range_);
-    addRow(tr("Rate"), "sessionRate", rate_);
-    addRow(tr("Update"), "sessionUpdate", update_);
+    addRow(tr("Az"), tr("Azimuth"), "sessionAzimuth", azimuth_);
+    addRow(tr("El"), tr("Elevation"), "sessionElevation", elevation_);
+    addRow(tr("Range"), tr("Range"), "sessionRange", range_);
+    addRow(tr("Rate"), tr("Doppler rate"), "sessionRate", rate_);
+    addRow(tr("Update"), tr("Update rate"), "sessionUpdate", update_);
 
     auto* reset = new TextButton(tr("Reset cal"), {14, QFont::Normal, Ink::red, 0.8});
     reset->setObjectName("resetCalButton");
@@ -161,11 +167,6 @@ QWidget* RigColumn::makeSession() {
     column->addLayout(grid);
     column->addWidget(reset, 0, Qt::AlignLeft);
     return session_;
-}
-
-void startTrackingSelectedPass(AppState& state) {
-    const auto& pass = state.selectedPass.get();
-    if (pass) state.startTracking(pass->satellite, state.selectedTransmitter);
 }
 
 }  // namespace veloran

@@ -43,7 +43,4 @@ class RigColumn : public QWidget {
     ValueLabel* update_;
 };
 
-/// TRACK and its menu entry: the selected pass with the channel chosen for it.
-void startTrackingSelectedPass(AppState& state);
-
 }  // namespace veloran

@@ -189,6 +189,25 @@ TEST_F(FrequencyColumnTest, StoredOnlyShowsForTheTransponderCentreOfASatProtoRad
     EXPECT_FALSE(shows(RigProtocolMode::unknown, transponderCenter));
 }
 
+TEST_F(FrequencyColumnTest, NoteMovesNothingInAWindowOfUsualSize) {
+    trackPair(true);
+    column.resize(1200 - 400 - 320 - 2, 240);
+    column.show();
+    const auto placeOfSave = [&] {
+        column.refresh();
+        for (int turn = 0; turn < 5; ++turn) QTest::qWait(0);
+        const auto& save = child<QPushButton>(column, "txpSave");
+        const auto& bump = child<QPushButton>(column, "txpPlus1k");
+        EXPECT_EQ(save.mapTo(&column, QPoint()).y(), bump.mapTo(&column, QPoint()).y());
+        return save.mapTo(&column, QPoint()).x();
+    };
+    const int without = placeOfSave();
+    state->rigProtocolMode = RigProtocolMode::satProtoV1;
+    state->satProtoRestPattern = SatProtoRestPattern::transponderCenter;
+    EXPECT_EQ(placeOfSave(), without);
+    EXPECT_TRUE(isShown(column, "storedOnly"));
+}
+
 TEST_F(FrequencyColumnTest, NothingIsCutOffInTheSmallestWindow) {
     trackPair(true);
     state->rigProtocolMode = RigProtocolMode::satProtoV1;
