@@ -1,10 +1,9 @@
-#include <QApplication>
 #include <QDir>
 #include <QStandardPaths>
-#include <clocale>
 #include <filesystem>
 #include <optional>
 
+#include "app/application.h"
 #include "app/desktop_machine.h"
 #include "core/app_state.h"
 #include "qt/desktop_appearance.h"
@@ -26,21 +25,11 @@ std::optional<std::filesystem::path> installedTransmitterFile() {
     return file;
 }
 
-bool isDark(const QPalette& palette) {
-    return palette.color(QPalette::Window).lightness() < 128;
-}
-
 }  // namespace
 
 int main(int argc, char* argv[]) {
-    QApplication application(argc, argv);
-    // Qt takes the user's locale for everything; numbers of libraries below it stay with a point.
-    std::setlocale(LC_NUMERIC, "C");
-    QApplication::setApplicationName("Veloran");
-    QApplication::setApplicationVersion(VELORAN_VERSION);
-    QApplication::setDesktopFileName("veloran");
-
-    veloran::Theme::apply(isDark(QApplication::palette()));
+    veloran::Application application(argc, argv);
+    veloran::Theme::apply(veloran::Application::isDesktopDark());
     veloran::DesktopAppearance appearance;
     QObject::connect(&appearance, &veloran::DesktopAppearance::changed, &veloran::Theme::apply);
 

@@ -3,12 +3,11 @@
 
 #include <fmt/format.h>
 
-#include <QApplication>
 #include <QTemporaryDir>
 #include <QTimer>
-#include <clocale>
 #include <cstdio>
 
+#include "app/application.h"
 #include "app/desktop_machine.h"
 #include "demo/demo.h"
 #include "demo/demo_options.h"
@@ -21,10 +20,6 @@
 namespace {
 
 using namespace veloran;
-
-bool isDark(const DemoOptions& options) {
-    return options.dark.value_or(QApplication::palette().color(QPalette::Window).lightness() < 128);
-}
 
 void pointAtStation(AppState& state, const LocalStation& station, double rateHz) {
     state.subscribedCategories = std::set<std::string>{"amateur", "stations", "weather"};
@@ -49,12 +44,9 @@ int finish(const AppState& state, const Demo& demo, const LocalStation& station,
 }  // namespace
 
 int main(int argc, char** argv) {
-    QApplication application(argc, argv);
-    std::setlocale(LC_NUMERIC, "C");
-    QApplication::setApplicationName("Veloran");
-    QApplication::setApplicationVersion(VELORAN_VERSION);
+    Application application(argc, argv);
     const DemoOptions options = readDemoOptions(application);
-    Theme::apply(isDark(options));
+    Theme::apply(options.dark.value_or(Application::isDesktopDark()));
 
     const QTemporaryDir home;
     DesktopMachine desktop(home.path().toStdString(), home.filePath("settings.json").toStdString());
