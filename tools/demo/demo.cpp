@@ -3,13 +3,14 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/status_texts.h"
 #include "transmitters/transponder_pair.h"
 
 namespace veloran {
 namespace {
 
 constexpr double kLookSeconds = 0.1;
+constexpr double kSoonSeconds = 3 * 3600;
+constexpr double kGoodElevation = 10;  // degrees
 
 std::optional<Transmitter> transponderDownlink(const Satellite& satellite) {
     for (const auto& choice : buildTransmitterSelections(satellite.transmitters)) {
@@ -21,17 +22,30 @@ std::optional<Transmitter> transponderDownlink(const Satellite& satellite) {
 }  // namespace
 
 std::optional<PassInfo> passToShow(const AppState& state) {
+    const Instant now = state.now();
+    // The least of these that any pass has: how much there is to see, soon.
+    enum class Rank { transponderUnderWay, underWay, transponderSoon, toCome, none };
+    const auto rank = [now](const PredictedPass& pass, bool hasTransponder) {
+        if (pass.riseTime <= now) {
+            return hasTransponder ? Rank::transponderUnderWay : Rank::underWay;
+        }
+        const bool soon = pass.riseTime - now <= kSoonSeconds;
+        return hasTransponder && soon && pass.maxElevation >= kGoodElevation ? Rank::transponderSoon
+                                                                             : Rank::toCome;
+    };
+
+    Rank bestRank = Rank::none;
     std::optional<PassInfo> best;
     for (const auto& [satellite, pass] : state.allPassesSorted()) {
-        if (pass.setTime <= state.now() || !satellite->primaryDownlink()) continue;
-        if (best && pass.riseTime > state.now()) break;
+        if (pass.setTime <= now || !satellite->primaryDownlink()) continue;
         const auto transponder = transponderDownlink(*satellite);
-        if (best && !transponder) continue;
+        const Rank found = rank(pass, transponder.has_value());
+        if (found >= bestRank) continue;
+        bestRank = found;
         best = PassInfo{
             .satellite = satellite,
             .pass = pass,
             .transmitter = transponder ? transponder : state.preferredTransmitter(*satellite)};
-        if (transponder) break;
     }
     return best;
 }
@@ -52,9 +66,7 @@ void Demo::look() {
         case Step::computing:
             if (!allPassesKnown()) return;
             trackBestPass();
-            step_ = Step::tracking;
-            return;
-        case Step::tracking:
+            timer_.reset();
             return;
     }
 }
@@ -71,7 +83,14 @@ void Demo::selectWeatherSatellites() {
 }
 
 bool Demo::allPassesKnown() const {
-    return state_->statusMessage.get() == statusPasses(state_->allPassesSorted().size());
+    // An earlier computation, without the added satellites, may finish first.
+    const auto selected = state_->selectedSatellites();
+    std::uint64_t latest = 0;
+    for (const auto& satellite : selected) latest = std::max(latest, satellite->passRun);
+    return latest > 0 && std::ranges::all_of(selected, [latest](const auto& satellite) {
+               const bool hasOrbit = satellite->bodyKind != BodyKind::sgp4 || satellite->satrec;
+               return !hasOrbit || satellite->passRun == latest;
+           });
 }
 
 void Demo::trackBestPass() {

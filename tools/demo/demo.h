@@ -8,7 +8,7 @@
 namespace veloran {
 
 /// The hand that works the program in the demo: it waits for the satellites, adds the weather
-/// satellites to the selection, and tracks the pass under way or else the next one.
+/// satellites to the selection, and tracks the pass under way or else the next one; then it rests.
 class Demo {
   public:
     explicit Demo(std::shared_ptr<AppState> state);
@@ -19,7 +19,7 @@ class Demo {
     const std::optional<PassInfo>& pickedPass() const { return picked_; }
 
   private:
-    enum class Step { loading, computing, tracking };
+    enum class Step { loading, computing };
 
     void look();
     void selectWeatherSatellites();
@@ -32,9 +32,9 @@ class Demo {
     std::unique_ptr<Timer> timer_;
 };
 
-/// The pass to show and the channel to work in it: the first under way of a satellite with a
-/// transponder, so that the uplink is tuned as well; else the first under way or to come of a
-/// satellite with a downlink.
+/// The pass to show and the channel to work in it, of a satellite with a downlink: the first under
+/// way, with a transponder if there is one, so that the uplink is tuned as well; else the first of
+/// the next three hours with a transponder and at least ten degrees; else the first to come.
 std::optional<PassInfo> passToShow(const AppState& state);
 
 }  // namespace veloran
