@@ -4,8 +4,13 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace veloran {
+
+/// Whether a text is an address that a GET can be tried on: http or https, a host, a port that is a
+/// number, and no blanks or control characters anywhere.
+bool isWebAddress(std::string_view text);
 
 class HttpClient {
   public:
