@@ -11,6 +11,7 @@
 #include "elements/element_merge.h"
 #include "elements/omm_parser.h"
 #include "elements/tle_parser.h"
+#include "platform/http_client.h"
 
 namespace veloran {
 
@@ -22,6 +23,7 @@ using OptionalList = std::optional<ElementList>;
 /// One group as the workers see it: values only, so that no thread needs the manager.
 struct CachedGroup {
     std::string key;
+    std::string url;  ///< empty where no category has the key
     std::filesystem::path cacheFile;
     std::filesystem::path timestampFile;
 };
@@ -32,11 +34,13 @@ struct CacheLook {
     OptionalList list;
 };
 
-/// What one fetchCategories has collected so far. Main thread only.
+/// What one fetchCategories has collected so far, and what comes behind. Main thread only.
 struct Gathering {
     std::vector<ElementList> fresh;  ///< by position of the key
     std::vector<ElementList> downloaded;
     std::size_t pending = 0;
+    std::function<std::vector<TLEData>()> importedSets;
+    TLEManager::ListCompletion completion;
 };
 
 OptionalList decodeGroup(std::string_view text, const std::string& key) {
@@ -72,28 +76,70 @@ OptionalList receiveGroup(const Machine& machine, const CachedGroup& group,
     return readGroup(machine.files, group);
 }
 
-/// Runs `work` on a worker and hands its result to `then` on the main thread.
+/// Runs `work` on a worker and hands its result to `then` on the main thread. What `then` holds is
+/// let go there too, as long as moving it leaves nothing behind: no captured constants.
 template <class Work, class Then>
 void onWorker(const Machine& machine, Work work, Then then) {
     machine.workers.run([machine, work = std::move(work), then = std::move(then)]() mutable {
         auto result = std::make_shared<decltype(work())>(work());
-        // Moved, so that what `then` holds is let go on the main thread too.
-        machine.loop.post([result, then = std::move(then)]() mutable { then(std::move(*result)); });
+        machine.loop.post([result = std::move(result), then = std::move(then)]() mutable {
+            then(std::move(*result));
+        });
     });
 }
 
-ElementList mergeAll(Gathering gathering, const UserElements& userElements) {
+void downloadGroup(const Machine& machine, const CachedGroup& group,
+                   TLEManager::OptionalListCompletion completion) {
+    if (!isWebAddress(group.url)) {
+        machine.loop.post([completion = std::move(completion)] { completion(std::nullopt); });
+        return;
+    }
+    machine.http.get(group.url, [machine, group, completion = std::move(completion)](
+                                    std::optional<std::string> body) {
+        onWorker(
+            machine,
+            [machine, group, body = std::move(body)] { return receiveGroup(machine, group, body); },
+            completion);
+    });
+}
+
+/// One of the parts that `gathering` waits for is through; behind the last one comes the merge.
+void leave(const Machine& machine, Gathering& gathering) {
+    if (--gathering.pending > 0) return;
     auto lists = std::move(gathering.fresh);
     std::move(gathering.downloaded.begin(), gathering.downloaded.end(), std::back_inserter(lists));
-    if (userElements.importedSets) lists.push_back(userElements.importedSets());
-    return mergeElements(lists);
+    onWorker(
+        machine,
+        [lists = std::move(lists), importedSets = std::move(gathering.importedSets)]() mutable {
+            if (importedSets) lists.push_back(importedSets());
+            return mergeElements(lists);
+        },
+        std::move(gathering.completion));
 }
 
-/// Whether a text can be an address at all; the HTTP client judges the rest.
-bool readsAsUrl(std::string_view url) {
-    return !url.empty() && std::none_of(url.begin(), url.end(), [](char c) {
-        return static_cast<unsigned char>(c) < 0x20;
-    });
+/// Takes in the lists of one group: from its fresh cache, or downloaded.
+void gatherGroup(const Machine& machine, const CachedGroup& group, std::size_t position,
+                 std::shared_ptr<Gathering> gathering) {
+    onWorker(
+        machine, [machine, group] { return lookInCache(machine, group); },
+        [machine, group, position, gathering = std::move(gathering)](CacheLook look) {
+            if (look.isFresh) {
+                if (look.list) gathering->fresh[position] = std::move(*look.list);
+                leave(machine, *gathering);
+                return;
+            }
+            downloadGroup(machine, group, [machine, gathering](OptionalList list) {
+                if (list) gathering->downloaded.push_back(std::move(*list));
+                leave(machine, *gathering);
+            });
+        });
+}
+
+/// Empty where no category has the key.
+std::string urlOf(const std::vector<TLECategory>& categories, std::string_view key) {
+    const auto found = std::find_if(categories.begin(), categories.end(),
+                                    [key](const auto& category) { return category.name == key; });
+    return found == categories.end() ? std::string() : found->url;
 }
 
 }  // namespace
@@ -148,68 +194,34 @@ std::filesystem::path TLEManager::timestampFile(std::string_view key) const {
     return cacheDirectory() / (filenameForCategory(key) + ".timestamp");
 }
 
-std::optional<TLECategory> TLEManager::categoryForKey(std::string_view key) const {
-    for (auto& category : categories()) {
-        if (category.name == key) return std::move(category);
-    }
-    return std::nullopt;
-}
-
 bool TLEManager::isCacheStale(std::string_view key, double maxAgeHours) const {
     return cache_age::isStale(machine_.files.read(timestampFile(key)),
                               machine_.clock.now().unixSeconds(), maxAgeHours);
 }
 
 std::optional<std::vector<TLEData>> TLEManager::loadCached(std::string_view key) const {
-    return readGroup(machine_.files, {std::string(key), cacheFile(key), timestampFile(key)});
+    return readGroup(machine_.files, {std::string(key), {}, cacheFile(key), timestampFile(key)});
 }
 
 void TLEManager::fetchCategory(const std::string& key, OptionalListCompletion completion) const {
-    const auto category = categoryForKey(key);
-    if (!category || !readsAsUrl(category->url)) {
-        machine_.loop.post([completion = std::move(completion)] { completion(std::nullopt); });
-        return;
-    }
-    machine_.http.get(category->url, [machine = machine_, completion = std::move(completion),
-                                      group = CachedGroup{key, cacheFile(key), timestampFile(key)}](
-                                         std::optional<std::string> body) {
-        onWorker(
-            machine,
-            [machine, group, body = std::move(body)] { return receiveGroup(machine, group, body); },
-            completion);
-    });
+    downloadGroup(machine_, {key, urlOf(categories(), key), cacheFile(key), timestampFile(key)},
+                  std::move(completion));
 }
 
 void TLEManager::fetchCategories(const std::vector<std::string>& keys,
                                  ListCompletion completion) const {
-    const auto gathering = std::make_shared<Gathering>();
+    auto gathering = std::make_shared<Gathering>();
     gathering->fresh.resize(keys.size());
     gathering->pending = keys.size() + 1;  // one for this loop, so that no key may end it early
-    const auto leave = [machine = machine_, userElements = userElements_, gathering,
-                        completion = std::move(completion)] {
-        if (--gathering->pending > 0) return;
-        onWorker(
-            machine,
-            [userElements, gathering] { return mergeAll(std::move(*gathering), userElements); },
-            completion);
-    };
+    gathering->importedSets = userElements_.importedSets;
+    gathering->completion = std::move(completion);
+    const auto known = categories();
     for (std::size_t i = 0; i < keys.size(); ++i) {
-        const CachedGroup group{keys[i], cacheFile(keys[i]), timestampFile(keys[i])};
-        const auto download = [manager = *this, key = keys[i], gathering, leave] {
-            manager.fetchCategory(key, [gathering, leave](OptionalList list) {
-                if (list) gathering->downloaded.push_back(std::move(*list));
-                leave();
-            });
-        };
-        onWorker(
-            machine_, [machine = machine_, group] { return lookInCache(machine, group); },
-            [gathering, leave, download, i](CacheLook look) {
-                if (!look.isFresh) return download();
-                if (look.list) gathering->fresh[i] = std::move(*look.list);
-                leave();
-            });
+        const auto& key = keys[i];
+        gatherGroup(machine_, {key, urlOf(known, key), cacheFile(key), timestampFile(key)}, i,
+                    gathering);
     }
-    leave();
+    leave(machine_, *gathering);
 }
 
 void TLEManager::fetchByNoradId(std::int64_t noradId,

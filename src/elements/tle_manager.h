@@ -18,7 +18,7 @@ namespace veloran {
 /// What the user adds to the groups of the element service. A function that is not set adds
 /// nothing.
 struct UserElements {
-    /// Groups behind the built-in ones, asked for anew each time. Main thread.
+    /// Groups behind the built-in ones, asked for anew in each call that needs them. Main thread.
     std::function<std::vector<TLECategory>()> categories;
     /// Sets that join every merge as its last list, tagged kCustomSource. Called on a worker.
     std::function<std::vector<TLEData>()> importedSets;
@@ -53,7 +53,9 @@ class TLEManager {
     bool isCacheStale(std::string_view key, double maxAgeHours = kMaxAgeHours) const;
     /// Reads and decodes on the calling thread: an answer of the service takes milliseconds.
     std::optional<std::vector<TLEData>> loadCached(std::string_view key) const;
-    /// Downloads, caches and decodes one group; falls back to its cache, then to nothing.
+    /// Downloads, caches and decodes one group; falls back to its cache, then to nothing. A key
+    /// that no group has, or a group whose address is none (isWebAddress), gives nothing, whatever
+    /// its cache holds.
     /// `completion` is called once, later, on the main thread, here and in all that follow.
     void fetchCategory(const std::string& key, OptionalListCompletion completion) const;
     /// Fresh caches in the order of their keys, then downloads in the order they come in, then the
@@ -68,7 +70,6 @@ class TLEManager {
     void forgetTimestamp(std::string_view key) const;
 
   private:
-    std::optional<TLECategory> categoryForKey(std::string_view key) const;
     std::filesystem::path cacheDirectory() const;
 
     Machine machine_;

@@ -223,17 +223,31 @@ TEST_F(TLEManagerTest, AnUnknownKeyIsAbsentWithoutARequest) {
 }
 
 TEST_F(TLEManagerTest, AnAddressThatIsNoneIsAbsentWithoutARequestOrTheCache) {
-    manager = std::make_unique<TLEManager>(
-        simulated.machine, kBase,
-        UserElements{[] {
-                         return std::vector<TLECategory>{{"user:A", "", "", "", true},
-                                                         {"user:B", "http://x\n", "", "", true}};
-                     },
-                     nullptr});
+    std::string url;
+    const auto own = [&url] { return std::vector<TLECategory>{{"user:A", url, "", "", true}}; };
+    manager = std::make_unique<TLEManager>(simulated.machine, kBase, UserElements{own, nullptr});
     putCache("user-A", block("OLD"), 100);
-    EXPECT_FALSE(fetch("user:A"));
-    EXPECT_FALSE(fetch("user:B"));
+    for (const char* none : {"", "http://", "no address", "ftp://x", "http://x\n"}) {
+        url = none;
+        EXPECT_FALSE(fetch("user:A")) << none;
+        EXPECT_THAT(fetchAll({"user:A"}), IsEmpty()) << none;
+    }
     EXPECT_THAT(simulated.http.requests, IsEmpty());
+    url = "http://x";
+    EXPECT_TRUE(fetch("user:A"));
+}
+
+TEST_F(TLEManagerTest, TheUsersGroupsAreAskedForOnceInACall) {
+    int asked = 0;
+    const auto own = [&asked] {
+        ++asked;
+        return std::vector<TLECategory>{{"user:A", "http://a", "", "", true},
+                                        {"user:B", "http://b", "", "", true}};
+    };
+    manager = std::make_unique<TLEManager>(simulated.machine, kBase, UserElements{own, nullptr});
+    fetchAll({"user:A", "user:B", "amateur"});
+    EXPECT_EQ(simulated.http.requests.size(), 3u);
+    EXPECT_EQ(asked, 1);
 }
 
 TEST_F(TLEManagerTest, OneSetByNumberIsNeitherCachedNorTagged) {
