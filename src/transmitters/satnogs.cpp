@@ -127,7 +127,8 @@ void fetchDecoded(const Machine& machine, const std::string& url, Decode decode,
     machine.http.get(url, [&workers, &loop, decode,
                            completion = std::move(completion)](std::optional<std::string> body) {
         workers.run([&loop, decode, completion, body = std::move(body).value_or("")] {
-            loop.post([completion, result = decode(body)] { completion(result); });
+            loop.post(
+                [completion, result = decode(body)]() mutable { completion(std::move(result)); });
         });
     });
 }

@@ -72,15 +72,17 @@ void SatNOGSCache::fetchWithCache(std::int64_t noradId, Completion completion) c
     // The service's answer, or what an old cache still holds; an empty answer is never saved.
     auto settle = [machine, paths, completion,
                    cleared = cleared_](std::vector<Transmitter> fetched) {
-        machine.workers.run([machine, paths, completion, cleared, fetched = std::move(fetched)] {
-            auto result = fetched;
-            if (result.empty()) {
-                result = readChannels(machine.files, paths.channels).value_or(result);
-            } else if (!*cleared) {
-                writeChannels(machine.files, paths, machine.clock.now(), result);
-            }
-            machine.loop.post([completion, result] { completion(result); });
-        });
+        machine.workers.run(
+            [machine, paths, completion, cleared, list = std::move(fetched)]() mutable {
+                if (list.empty()) {
+                    list = readChannels(machine.files, paths.channels).value_or(std::move(list));
+                } else if (!*cleared) {
+                    writeChannels(machine.files, paths, machine.clock.now(), list);
+                }
+                machine.loop.post([completion, list = std::move(list)]() mutable {
+                    completion(std::move(list));
+                });
+            });
     };
 
     machine.workers.run([machine, paths, noradId, completion, settle, fetch = fetch_] {
