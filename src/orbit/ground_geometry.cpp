@@ -39,7 +39,8 @@ std::vector<GeoRing> cutRuns(const GeoRing& ring) {
         if (!crosses(a, b)) continue;
         const double unwrapped = b.lon - a.lon > 0 ? b.lon - 360 : b.lon + 360;
         const double edge = a.lon > 0 ? 180 : -180;
-        const double t = (edge - a.lon) / (unwrapped - a.lon);
+        // From +180 to -180 is no way at all.
+        const double t = unwrapped == a.lon ? 0 : (edge - a.lon) / (unwrapped - a.lon);
         const double lat = a.lat + t * (b.lat - a.lat);
         current.push_back({lat, edge});
         parts.push_back(std::move(current));
