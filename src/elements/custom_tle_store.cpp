@@ -1,5 +1,7 @@
 #include "elements/custom_tle_store.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
@@ -27,12 +29,20 @@ std::optional<std::string_view> textUnder(const json::object& object,
     return std::nullopt;
 }
 
+/// A text of JSON as one line of the stored file: a name "A\n1 ..." must not become two.
+std::string onOneLine(std::string_view text) {
+    std::string line(takeLine(text));
+    while (!text.empty()) line.append(" ").append(takeLine(text));
+    return line;
+}
+
 std::optional<TLEData> setFromObject(const json::object& object) {
     const auto name = textUnder(object, {"OBJECT_NAME", "tle0", "name"});
     const auto line1 = textUnder(object, {"TLE_LINE1", "tle1"});
     const auto line2 = textUnder(object, {"TLE_LINE2", "tle2"});
     if (!line1 || !line2 || line1->empty() || line2->empty()) return std::nullopt;
-    return TLEParser::parseTwoLines(name.value_or("Unknown"), *line1, *line2);
+    return TLEParser::parseTwoLines(onOneLine(name.value_or("Unknown")), onOneLine(*line1),
+                                    onOneLine(*line2));
 }
 
 /// The sets of CelesTrak's JSON with lines and of the SatNOGS form; absent for what is neither one
@@ -60,6 +70,11 @@ std::optional<std::vector<TLEData>> parseJSON(std::string_view text) {
 
 }  // namespace
 
+ImportMessage importMessage(std::int64_t count, const std::optional<std::string>& error) {
+    if (error) return {"Error: " + *error, true};
+    return {fmt::format("Imported {} satellite{}", count, count == 1 ? "" : "s"), false};
+}
+
 DecodedImport decodeImport(std::string_view text) {
     DecodedImport result;
     const auto content = trimmed(text, Blanks::withNewlines);
@@ -69,7 +84,8 @@ DecodedImport decodeImport(std::string_view text) {
         if (sets->empty()) return {{}, "JSON parsed but no TLEs found"};
         result.sets = std::move(*sets);
     } else {
-        result.sets = TLEParser::parse(content);
+        // Names that are no UTF-8 would make the whole stored file unreadable.
+        if (isValidUtf8(content)) result.sets = TLEParser::parse(content);
         if (result.sets.empty()) return {{}, "No valid TLEs found in text"};
     }
     for (auto& set : result.sets) set.source = kCustomSource;
@@ -113,7 +129,8 @@ std::vector<TLEData> CustomTLEStore::load() const {
 }
 
 void CustomTLEStore::save(const std::vector<TLEData>& sets) {
-    files_.writeAtomically(fileURL(), customFileText(sets));
+    const std::string text = customFileText(sets);
+    if (text.size() <= FileStore::kLargestFile) files_.writeAtomically(fileURL(), text);
 }
 
 std::int64_t CustomTLEStore::add(const std::vector<TLEData>& sets) {

@@ -17,9 +17,11 @@ class CustomTLEStore {
   public:
     explicit CustomTLEStore(FileStore& files) : files_(files) {}
 
+    /// ".veloran/custom.tle" in the home directory.
     std::filesystem::path fileURL() const;
     /// Empty when there is no readable file. Every record has the source "custom".
     std::vector<TLEData> load() const;
+    /// A list too large to be read back is not written, like one that the disk refuses.
     void save(const std::vector<TLEData>& sets);
     /// Merges into the stored list by catalogue number; the count of numbers that were new.
     std::int64_t add(const std::vector<TLEData>& sets);
@@ -36,7 +38,15 @@ class CustomTLEStore {
     FileStore& files_;
 };
 
-/// What a pasted text or file holds, before anything is stored: sets, or an error in words.
+/// The result line of an import.
+struct ImportMessage {
+    std::string text;
+    bool isError = false;
+};
+ImportMessage importMessage(std::int64_t count, const std::optional<std::string>& error);
+
+/// What a pasted text or file holds, before anything is stored: sets, or an error in words. A line
+/// end within a text of JSON counts as a blank, so that it adds no line to the stored file.
 struct DecodedImport {
     std::vector<TLEData> sets;
     std::optional<std::string> error;

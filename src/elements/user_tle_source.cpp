@@ -24,13 +24,23 @@ std::optional<std::string> textMember(const json::object& object, std::string_vi
     return std::string(value->get_string());
 }
 
+/// "8-4-4-4-12" hexadecimal digits, capitals or not.
+bool isUuid(std::string_view text) {
+    constexpr std::string_view kForm = "xxxxxxxx-xxxx-xxxx-xxxx-xxxxxxxxxxxx";
+    constexpr std::string_view kDigits = "0123456789abcdefABCDEF";
+    return std::equal(text.begin(), text.end(), kForm.begin(), kForm.end(),
+                      [&](char c, char expected) {
+                          return expected == '-' ? c == '-' : kDigits.find(c) != kDigits.npos;
+                      });
+}
+
 std::optional<UserTLESource> decodeSource(const json::value& value) {
     if (!value.is_object()) return std::nullopt;
     const auto& object = value.get_object();
     auto id = textMember(object, "id");
     auto name = textMember(object, "name");
     auto url = textMember(object, "url");
-    if (!id || !name || !url) return std::nullopt;
+    if (!id || !isUuid(*id) || !name || !url) return std::nullopt;
     return UserTLESource{std::move(*id), std::move(*name), std::move(*url)};
 }
 
@@ -73,7 +83,8 @@ void UserTLESourceStore::save(const std::vector<UserTLESource>& sources) {
     for (const auto& source : sources) {
         list.push_back({{"id", source.id}, {"name", source.name}, {"url", source.url}});
     }
-    settings_.set(kKey, json::serialize(list));
+    std::string text = json::serialize(list);
+    if (isValidUtf8(text)) settings_.set(kKey, std::move(text));
 }
 
 bool UserTLESourceStore::add(const UserTLESource& source) {

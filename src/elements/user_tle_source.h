@@ -32,6 +32,7 @@ struct PresetHosts {
     std::string csn = "http://www.csntechnologies.net";
     std::string amsat = "https://www.amsat.org";
 };
+/// Each with a fresh identity.
 std::vector<UserTLESource> presetSources(const PresetHosts& hosts = {});
 
 /// The user's sources in the settings store.
@@ -39,7 +40,8 @@ class UserTLESourceStore {
   public:
     explicit UserTLESourceStore(SettingsStore& settings) : settings_(settings) {}
 
-    std::vector<UserTLESource> load() const;  ///< empty for what does not decode
+    std::vector<UserTLESource> load() const;  ///< empty if any entry does not decode
+    /// Leaves the stored list as it was when a text is no UTF-8.
     void save(const std::vector<UserTLESource>& sources);
     /// False, and nothing stored, if the address is there already.
     bool add(const UserTLESource& source);
