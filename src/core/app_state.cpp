@@ -110,6 +110,7 @@ void AppState::restoreSettings() {
 AppState::AppState(const Machine& machine, AppConfig config)
     : machine_(machine),
       config_(std::move(config)),
+      presets_(veloran::presetSources(config_.presetHosts)),
       imported_(machine.files),
       elements_(machine, config_.elementServiceBase,
                 {[sources = UserTLESourceStore(machine.settings)] {

@@ -143,9 +143,10 @@ class AppState : public std::enable_shared_from_this<AppState> {
 
     // ---- The user's own elements (app_state_elements.cpp).
     UserTLESourceStore userSources() const { return UserTLESourceStore(machine_.settings); }
-    std::vector<UserTLESource> presetSources() const;
+    const std::vector<UserTLESource>& presetSources() const { return presets_; }
     /// Reads a pasted text or a file's content on a worker, stores what it holds, then reports. The
-    /// views load the data anew when that is wanted.
+    /// views load the data anew when that is wanted. Changes take place in the order given, and
+    /// also when this has gone meanwhile; `then`, which may be empty, is not called in that case.
     void importElements(std::string text, std::function<void(CustomTLEStore::ImportResult)> then);
     void removeImported(std::int64_t noradId, std::function<void()> then);
     void clearImported(std::function<void()> then);
@@ -224,6 +225,7 @@ class AppState : public std::enable_shared_from_this<AppState> {
     void publish(const TickInput& input, const DopplerFigures& figures);
     void send(const RigCommand& command);
 
+    std::function<void()> whileAlive(std::function<void()> then);
     /// The operation as a callback that does nothing once this has gone.
     template <class... Args>
     std::function<void(Args...)> weakly(void (AppState::*operation)(Args...)) {
@@ -234,6 +236,7 @@ class AppState : public std::enable_shared_from_this<AppState> {
 
     Machine machine_;
     AppConfig config_;
+    std::vector<UserTLESource> presets_;
     CustomTLEStore imported_;
     TLEManager elements_;
     SatNOGSCache channelCache_;

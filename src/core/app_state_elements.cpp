@@ -7,8 +7,12 @@
 
 namespace veloran {
 
-std::vector<UserTLESource> AppState::presetSources() const {
-    return veloran::presetSources(config_.presetHosts);
+/// A report of this, which is no longer made once this has gone.
+std::function<void()> AppState::whileAlive(std::function<void()> then) {
+    return [weak = weak_from_this(), then = std::move(then)] {
+        const auto self = weak.lock();
+        if (self && then) then();
+    };
 }
 
 void AppState::importElements(std::string text,
@@ -16,16 +20,18 @@ void AppState::importElements(std::string text,
     const auto result = std::make_shared<CustomTLEStore::ImportResult>();
     importWork_.run([store = imported_, text = std::move(text),
                      result]() mutable { *result = store.importFromText(text); },
-                    [then = std::move(then), result] { then(*result); });
+                    whileAlive([then = std::move(then), result] {
+                        if (then) then(*result);
+                    }));
 }
 
 void AppState::removeImported(std::int64_t noradId, std::function<void()> then) {
     importWork_.run([store = imported_, noradId]() mutable { store.remove(noradId); },
-                    std::move(then));
+                    whileAlive(std::move(then)));
 }
 
 void AppState::clearImported(std::function<void()> then) {
-    importWork_.run([store = imported_]() mutable { store.clear(); }, std::move(then));
+    importWork_.run([store = imported_]() mutable { store.clear(); }, whileAlive(std::move(then)));
 }
 
 }  // namespace veloran

@@ -1,12 +1,10 @@
 // Start-up and reloads: element sets in, one sorted list of bodies out.
 
 #include <algorithm>
-#include <array>
-#include <string_view>
 #include <utility>
 
-#include "base/text.h"
 #include "core/app_state.h"
+#include "core/default_satellites.h"
 #include "core/status_texts.h"
 #include "elements/element_merge.h"
 
@@ -15,17 +13,6 @@ namespace veloran {
 namespace {
 
 constexpr double kPassUpdateSeconds = 300;
-
-// Found as parts of names on purpose: "TEVEL" is a whole family.
-constexpr std::array<std::string_view, 10> kDefaultSatellites{
-    "ISS", "RS-44", "SO-50", "AO-91", "AO-92", "CAS-4A", "CAS-4B", "TEVEL", "IO-117", "GREENCUBE"};
-
-bool isDefaultSatellite(std::string_view name) {
-    const std::string upper = upperCased(name);
-    return std::any_of(
-        kDefaultSatellites.begin(), kDefaultSatellites.end(),
-        [&upper](std::string_view wanted) { return upper.find(wanted) != std::string::npos; });
-}
 
 SatellitePtr makeSatellite(TLEData tle) {
     auto satellite = std::make_shared<Satellite>(tle.name, tle.noradId);
@@ -127,7 +114,7 @@ void AppState::selectDefaults() {
     // One assignment for all: each one stores the whole set.
     auto ids = selectedSatelliteIds.get();
     for (const auto& satellite : satellites.get()) {
-        if (!isDefaultSatellite(satellite->name)) continue;
+        if (!matchesDefault(satellite->name)) continue;
         satellite->isSelected = true;
         ids.insert(satellite->id);
     }

@@ -13,12 +13,13 @@ struct SerialWork::Line : std::enable_shared_from_this<Line> {
     };
 
     void begin() {
-        machine.workers.run([self = shared_from_this(), task = waiting.front().task]() mutable {
-            task();
-            task = nullptr;
-            // Moved, so that the line is let go on the main thread.
-            self->machine.loop.post([line = std::move(self)] { line->finish(); });
-        });
+        machine.workers.run(
+            [self = shared_from_this(), task = std::move(waiting.front().task)]() mutable {
+                task();
+                task = nullptr;
+                // Moved, so that the line is let go on the main thread.
+                self->machine.loop.post([line = std::move(self)] { line->finish(); });
+            });
     }
 
     void finish() {

@@ -14,7 +14,8 @@ class SerialWork {
   public:
     explicit SerialWork(const Machine& machine);
 
-    /// `task` runs on a worker, then `done` on the main thread, and then the next task begins.
+    /// `task` runs on a worker; back on the main thread the next task begins, then `done` is
+    /// called, which may be empty.
     void run(std::function<void()> task, std::function<void()> done);
 
   private:

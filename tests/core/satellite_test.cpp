@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "elements/omm_parser.h"
+#include "orbit/ground_geometry.h"
+#include "orbit/sun_moon.h"
 #include "support/core_world.h"
 
 namespace veloran::test {
@@ -74,6 +78,46 @@ TEST(ObserveFunction, AgreesWithTheBodyAndOutlivesIt) {
 
 TEST(ObserveFunction, WithoutAnOrbitSeesNothing) {
     EXPECT_FALSE(observeFunction(Satellite("S", 1), 50, 10, 100)(kNow));
+}
+
+TEST(SubPoint, OfASatelliteIsThatOfItsOrbit) {
+    const auto satellite = orbiting();
+    const auto point = satellite->currentSubPoint(kNow);
+    ASSERT_TRUE(point);
+    EXPECT_EQ(point->latitudeDeg, subSatellitePoint(*satellite->satrec, kNow)->latitudeDeg);
+    EXPECT_LE(std::abs(point->latitudeDeg), 52.0);
+    EXPECT_NEAR(point->altitudeKm, 420, 100);
+}
+
+TEST(SubPoint, OfSunAndMoonStandsAtTheirDistance) {
+    Satellite sun("Sun", -1);
+    sun.bodyKind = BodyKind::sun;
+    Satellite moon("Moon", -2);
+    moon.bodyKind = BodyKind::moon;
+    EXPECT_EQ(sun.currentSubPoint(kNow)->longitudeDeg, sunSubPoint(kNow).longitudeDeg);
+    EXPECT_NEAR(sun.currentSubPoint(kNow)->altitudeKm, 1.496e8, 3e6);
+    EXPECT_EQ(moon.currentSubPoint(kNow)->longitudeDeg, moonSubPoint(kNow).longitudeDeg);
+    EXPECT_NEAR(moon.currentSubPoint(kNow)->altitudeKm, 384400, 25000);
+}
+
+TEST(SubPoint, WithoutAnOrbitIsAbsentAndTheTrackEmpty) {
+    const Satellite satellite("S", 1);
+    EXPECT_FALSE(satellite.currentSubPoint(kNow));
+    EXPECT_TRUE(groundTrack(satellite, kNow, kNow + 600).empty());
+}
+
+TEST(GroundTrackOfABody, ServesSatelliteSunAndMoonEvery30Seconds) {
+    for (const auto kind : {BodyKind::sgp4, BodyKind::sun, BodyKind::moon}) {
+        const auto satellite = orbiting();
+        satellite->bodyKind = kind;
+        const auto track = groundTrack(*satellite, kNow, kNow + 90);
+        ASSERT_EQ(track.size(), 4u);
+        for (std::size_t i = 0; i < track.size(); ++i) {
+            const auto point = satellite->currentSubPoint(kNow + 30.0 * static_cast<double>(i));
+            EXPECT_EQ(track[i].longitudeDeg, point->longitudeDeg);
+            EXPECT_EQ(track[i].latitudeDeg, point->latitudeDeg);
+        }
+    }
 }
 
 }  // namespace
