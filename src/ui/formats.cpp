@@ -132,6 +132,19 @@ std::string upcomingText(std::size_t count) {
     return fmt::format("{} upcoming", count);
 }
 
+std::string queuedBadge(std::size_t count) {
+    return fmt::format("QUEUED {}", count);
+}
+
+std::string conflictMessage(std::string_view incoming, double incomingElevation,
+                            std::string_view existing, double existingElevation) {
+    return fmt::format(
+        "{} (max {}) overlaps with already-queued {} (max {}). Only one pass can auto-track at a "
+        "time — choose which to keep.",
+        incoming, numberText(whole(incomingElevation), 0, "°"), existing,
+        numberText(whole(existingElevation), 0, "°"));
+}
+
 std::string versionText(const std::optional<std::string>& version) {
     return "v" + version.value_or("?");
 }

@@ -46,6 +46,10 @@ std::string observerPosition(double latitude, double longitude);  ///< "33.8700Â
 std::string endpointText(std::string_view host, std::int64_t port);
 std::string noradText(std::int64_t noradId);
 std::string upcomingText(std::size_t count);
+std::string queuedBadge(std::size_t count);  ///< "QUEUED 2"
+/// The question which of two clashing passes to keep; elevations in degrees.
+std::string conflictMessage(std::string_view incoming, double incomingElevation,
+                            std::string_view existing, double existingElevation);
 std::string versionText(const std::optional<std::string>& version);  ///< "v1.2", "v?"
 
 }  // namespace veloran

@@ -69,6 +69,15 @@ const std::map<std::string_view, Format>& viewFormats() {
          [](const array& a) {
              return value(upcomingText(static_cast<std::size_t>(a.at(0).as_int64())));
          }},
+        {"queuedBadge",
+         [](const array& a) {
+             return value(queuedBadge(static_cast<std::size_t>(a.at(0).as_int64())));
+         }},
+        {"conflictMessage",
+         [](const array& a) {
+             return value(conflictMessage(a.at(0).as_string(), number(a.at(1)), a.at(2).as_string(),
+                                          number(a.at(3))));
+         }},
         {"versionText", [](const array& a) {
              return value(versionText(a.at(0).is_null()
                                           ? std::nullopt
@@ -88,7 +97,7 @@ const std::set<std::string_view>& formatsElsewhere() {
         "plotAngleText", "plotRangeText", "plotVelocityText", "plotAccelerationText", "degreeLabel",
         "passPhase", "passPhaseText", "passCountdown", "formatHMS",
         // queue
-        "conflictMessage", "queuedBadge", "autoThresholdText",
+        "autoThresholdText",
         // timeline
         "bestHourStep", "minorHourStep", "hoursText", "zoomIn", "zoomOut", "pinchHours",
         "timelineLabel",

@@ -24,8 +24,9 @@ void PassListModel::refresh() {
     }
     const auto& pass = state_->selectedPass.get();
     const auto selected = pass ? std::optional(pass->id) : std::nullopt;
-    if (selected == selected_) return;
+    if (selected == selected_ && state_->queuedPassIds.get() == queued_) return;
     selected_ = selected;
+    queued_ = state_->queuedPassIds;
     updateTimes();
 }
 
@@ -58,8 +59,9 @@ std::vector<RowMoment> PassListModel::momentsNow() const {
     std::vector<RowMoment> moments;
     moments.reserve(rows_.size());
     for (std::size_t i = 0; i < rows_.size(); ++i) {
-        moments.push_back(
-            rowMoment(rows_[i], isSelectedPass(rows_[i], state_->selectedPass), next == i, now));
+        moments.push_back(rowMoment(rows_[i], isSelectedPass(rows_[i], state_->selectedPass),
+                                    state_->isPassQueued(*rows_[i].satellite, rows_[i].pass()),
+                                    next == i, now));
     }
     return moments;
 }

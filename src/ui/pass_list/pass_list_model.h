@@ -46,6 +46,7 @@ class PassListModel : public QAbstractListModel {
     std::vector<PassRow> rows_;
     std::vector<RowMoment> moments_;  ///< of each row, as last shown
     std::optional<UniqueId> selected_;
+    QueueIds queued_;
 };
 
 }  // namespace veloran

@@ -9,6 +9,8 @@
 #include "ui/pass_list/pass_row_delegate.h"
 #include "ui/pass_list/pass_rows_view.h"
 #include "ui/theme.h"
+#include "ui/widgets/badge.h"
+#include "ui/widgets/text_button.h"
 #include "ui/widgets/value_label.h"
 
 namespace veloran {
@@ -17,9 +19,11 @@ PassListView::PassListView(std::shared_ptr<AppState> state, QWidget* parent)
     : QWidget(parent),
       state_(std::move(state)),
       model_(new PassListModel(state_, this)),
-      rows_(new PassRowsView(*model_)) {
+      rows_(new PassRowsView(*model_)),
+      conflict_(state_, *this) {
     rows_->setItemDelegate(new PassRowDelegate(*model_, rows_));
     connect(rows_, &PassRowsView::picked, this, &PassListView::select);
+    connect(rows_, &PassRowsView::queueToggled, this, &PassListView::toggleQueue);
     connect(&everySecond_, &QTimer::timeout, model_, &PassListModel::updateTimes);
     everySecond_.start(1000);
 
@@ -34,6 +38,11 @@ PassListView::PassListView(std::shared_ptr<AppState> state, QWidget* parent)
 void PassListView::refresh() {
     model_->refresh();
     count_->setText(upcomingText(static_cast<std::size_t>(model_->rowCount())));
+    const std::size_t queued = state_->queuedPassIds->size();
+    queued_->display(QString::fromStdString(queuedBadge(queued)), Ink::cyan);
+    queued_->setVisible(queued > 0);
+    clear_->setVisible(queued > 0);
+    conflict_.refresh();
 }
 
 void PassListView::paintEvent(QPaintEvent*) {
@@ -50,8 +59,25 @@ QWidget* PassListView::makeHeader() {
     row->setSpacing(9);
     row->addWidget(new ValueLabel({15, QFont::Black, Ink::secondary}, tr("PASSES")));
     row->addStretch();
+    queued_ = new Badge({.pixels = 13,
+                         .horizontalPadding = 5,
+                         .cornerRadius = 3,
+                         .outlineOpacity = 0.6,
+                         .weight = QFont::Black});
+    queued_->setObjectName("queuedBadge");
+    row->addWidget(queued_);
+    clear_ = new TextButton(tr("Clear"), {12, QFont::Normal, Ink::red, 0.8});
+    clear_->setObjectName("clearQueue");
+    clear_->setAccessibleName(tr("Clear the auto-track queue"));
+    connect(clear_, &QAbstractButton::clicked, this, [this] { state_->clearPassQueue(); });
+    row->addWidget(clear_);
     row->addWidget(count_);
     return header;
+}
+
+void PassListView::toggleQueue(const QModelIndex& index) {
+    const PassRow row = model_->row(index.row());
+    state_->togglePassQueued(row.satellite, row.pass());
 }
 
 void PassListView::select(const QModelIndex& index) {

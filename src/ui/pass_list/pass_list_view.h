@@ -5,13 +5,16 @@
 #include <memory>
 
 #include "core/app_state.h"
+#include "ui/pass_list/conflict_alert.h"
 
 class QModelIndex;
 
 namespace veloran {
 
+class Badge;
 class PassListModel;
 class PassRowsView;
+class TextButton;
 class ValueLabel;
 
 /// The coming passes of the favourites. Picking a row, by mouse or keyboard, selects its pass and
@@ -32,11 +35,15 @@ class PassListView : public QWidget {
   private:
     QWidget* makeHeader();
     void select(const QModelIndex& index);
+    void toggleQueue(const QModelIndex& index);
 
     std::shared_ptr<AppState> state_;
     PassListModel* model_;
     PassRowsView* rows_;
+    Badge* queued_;
+    TextButton* clear_;
     ValueLabel* count_;
+    ConflictAlert conflict_;
     QTimer everySecond_;
 };
 

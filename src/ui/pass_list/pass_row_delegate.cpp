@@ -1,10 +1,14 @@
 #include "ui/pass_list/pass_row_delegate.h"
 
+#include <QAbstractItemView>
 #include <QFontMetrics>
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
 
 #include "ui/pass_list/pass_list_model.h"
 #include "ui/scene/mini_polar_plot.h"
+#include "ui/scene/queue_mark.h"
 #include "ui/scene/scene_painter.h"
 #include "ui/theme.h"
 
@@ -15,6 +19,7 @@ namespace {
 constexpr int kHorizontalPadding = 10;
 constexpr int kVerticalPadding = 7;
 constexpr int kSpacing = 8;
+constexpr int kMark = 18;
 constexpr int kThumbnail = 60;
 constexpr int kLineSpacing = 3;
 constexpr int kDot = 10;
@@ -83,7 +88,29 @@ void drawTexts(QPainter& painter, const QRect& area, const PassRowLook& look,
     second.left(qText(look.relative), plain, look.relativeInk, 0);
 }
 
+void drawScene(QPainter& painter, const QPoint& at, const scene::Scene& scene) {
+    painter.save();
+    painter.translate(at);
+    ScenePainter(painter).draw(scene);
+    painter.restore();
+}
+
 }  // namespace
+
+QRect PassRowDelegate::queueMarkArea(const QRect& row) {
+    return {row.left(), row.top(), kHorizontalPadding + kMark + kSpacing / 2, row.height()};
+}
+
+bool PassRowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
+                                const QStyleOptionViewItem& option, const QModelIndex& index) {
+    const bool onMark = event->type() == QEvent::ToolTip && index.isValid() &&
+                        queueMarkArea(option.rect).contains(event->pos());
+    if (!onMark) return QStyledItemDelegate::helpEvent(event, view, option, index);
+    const auto help = queueMarkHelp(model_.look(index.row()).isQueued);
+    QToolTip::showText(event->globalPos(),
+                       QString::fromUtf8(help.data(), static_cast<qsizetype>(help.size())), view);
+    return true;
+}
 
 void PassRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                             const QModelIndex& index) const {
@@ -101,11 +128,11 @@ void PassRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
     }
     const QRect content = option.rect.adjusted(kHorizontalPadding, kVerticalPadding,
                                                -kHorizontalPadding, -kVerticalPadding - 1);
-    painter->save();
-    painter->translate(content.topLeft());
-    ScenePainter(*painter).draw(miniPolarPlotScene(row.pass(), kThumbnail, kThumbnail));
-    painter->restore();
-    drawTexts(*painter, content.adjusted(kThumbnail + kSpacing, 0, 0, 0), look,
+    drawScene(*painter, {content.left(), content.center().y() - kMark / 2},
+              queueMarkScene(look.isQueued, kMark));
+    drawScene(*painter, {content.left() + kMark + kSpacing, content.top()},
+              miniPolarPlotScene(row.pass(), kThumbnail, kThumbnail));
+    drawTexts(*painter, content.adjusted(kMark + kThumbnail + 2 * kSpacing, 0, 0, 0), look,
               QColor::fromRgbF(static_cast<float>(c.red), static_cast<float>(c.green),
                                static_cast<float>(c.blue)),
               background);

@@ -16,6 +16,12 @@ class PassRowDelegate : public QStyledItemDelegate {
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override;
+
+    /// Where a click meets the queue's mark of a row that stands in `row`: the mark and the space
+    /// round it.
+    static QRect queueMarkArea(const QRect& row);
 
   private:
     const PassListModel& model_;

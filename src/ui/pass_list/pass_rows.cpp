@@ -42,9 +42,10 @@ bool isSelectedPass(const PassRow& row, const std::optional<PassInfo>& selectedP
            selectedPass->pass.riseTime == row.pass().riseTime;
 }
 
-RowMoment rowMoment(const PassRow& row, bool isSelected, bool isNext, Instant now) {
+RowMoment rowMoment(const PassRow& row, bool isSelected, bool isQueued, bool isNext, Instant now) {
     const PredictedPass& pass = row.pass();
     return {.isSelected = isSelected,
+            .isQueued = isQueued,
             .isInProgress = now >= pass.riseTime && now <= pass.setTime,
             .isNext = isNext,
             .relative = relativeTime(pass.riseTime - now)};
@@ -66,13 +67,20 @@ PassRowLook passRowLook(const PassRow& row, const RowMoment& moment) {
         .direction = listDirection(pass.trackPoints),
         .background = rowBackground(moment),
         .isSelected = moment.isSelected,
+        .isQueued = moment.isQueued,
     };
 }
 
+std::string_view queueMarkHelp(bool isQueued) {
+    return isQueued ? "Remove this pass from the auto-track queue"
+                    : "Queue this pass for auto-tracking. The scheduler will arm SAT_PROTO at AOS "
+                      "and disarm at LOS.";
+}
+
 std::string spokenPassRow(const PassRowLook& look) {
-    return fmt::format("{}, rises {}, {}, highest {}, lasts {}, {}{}", look.name, look.time,
+    return fmt::format("{}, rises {}, {}, highest {}, lasts {}, {}{}{}", look.name, look.time,
                        look.relative, look.elevation, look.duration, look.direction,
-                       look.isSelected ? ", selected" : "");
+                       look.isSelected ? ", selected" : "", look.isQueued ? ", queued" : "");
 }
 
 }  // namespace veloran

@@ -39,12 +39,13 @@ struct Tint {
 /// What of a row changes without a new computation.
 struct RowMoment {
     bool isSelected = false;
+    bool isQueued = false;
     bool isInProgress = false;
     bool isNext = false;
     std::string relative;
     bool operator==(const RowMoment&) const = default;
 };
-RowMoment rowMoment(const PassRow& row, bool isSelected, bool isNext, Instant now);
+RowMoment rowMoment(const PassRow& row, bool isSelected, bool isQueued, bool isNext, Instant now);
 
 /// Everything a row shows beside its thumbnail.
 struct PassRowLook {
@@ -60,8 +61,12 @@ struct PassRowLook {
     std::string direction;
     std::optional<Tint> background;
     bool isSelected;
+    bool isQueued;
 };
 PassRowLook passRowLook(const PassRow& row, const RowMoment& moment);
+
+/// What the mark in front of a row would do.
+std::string_view queueMarkHelp(bool isQueued);
 
 /// The row in words, for a screen reader.
 std::string spokenPassRow(const PassRowLook& look);

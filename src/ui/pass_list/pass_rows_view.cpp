@@ -1,10 +1,12 @@
 #include "ui/pass_list/pass_rows_view.h"
 
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QScrollBar>
 #include <algorithm>
 
 #include "ui/pass_list/pass_list_model.h"
+#include "ui/pass_list/pass_row_delegate.h"
 
 namespace veloran {
 
@@ -22,7 +24,22 @@ PassRowsView::PassRowsView(PassListModel& model, QWidget* parent)
     connect(&model, &PassListModel::modelAboutToBeReset, this, &PassRowsView::rememberPlace);
     setModel(&model);
     connect(&model, &PassListModel::modelReset, this, &PassRowsView::restorePlace);
-    connect(this, &QListView::clicked, this, &PassRowsView::picked);
+    connect(this, &QListView::clicked, this, &PassRowsView::onClicked);
+    setAccessibleDescription(
+        tr("Enter selects the pass, Q puts it into the auto-track queue or takes it out."));
+}
+
+void PassRowsView::mousePressEvent(QMouseEvent* event) {
+    pressed_ = event->pos();
+    QListView::mousePressEvent(event);
+}
+
+void PassRowsView::onClicked(const QModelIndex& index) {
+    if (PassRowDelegate::queueMarkArea(visualRect(index)).contains(pressed_)) {
+        emit queueToggled(index);
+    } else {
+        emit picked(index);
+    }
 }
 
 void PassRowsView::keyPressEvent(QKeyEvent* event) {
@@ -30,6 +47,9 @@ void PassRowsView::keyPressEvent(QKeyEvent* event) {
                        event->key() == Qt::Key_Space;
     if (picks && currentIndex().isValid()) {
         emit picked(currentIndex());
+    } else if (event->key() == Qt::Key_Q && event->modifiers() == Qt::NoModifier &&
+               currentIndex().isValid()) {
+        emit queueToggled(currentIndex());
     } else {
         QListView::keyPressEvent(event);
     }

@@ -19,9 +19,12 @@ class PassRowsView : public QListView {
   signals:
     /// By a click, or Enter or Space on the current row.
     void picked(const QModelIndex& index);
+    /// By a click on the row's mark, or Q on the current row.
+    void queueToggled(const QModelIndex& index);
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
 
   private:
     /// A row and its pass, and how far its top is above the top of the view.
@@ -36,7 +39,10 @@ class PassRowsView : public QListView {
     void rememberPlace();
     void restorePlace();
 
+    void onClicked(const QModelIndex& index);
+
     PassListModel& model_;
+    QPoint pressed_;
     int scrolled_ = 0;
     std::optional<Place> top_;
     std::optional<Place> current_;

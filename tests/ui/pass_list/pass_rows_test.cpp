@@ -8,7 +8,7 @@ namespace {
 class PassRowsTest : public UiFixture {
   protected:
     static PassRowLook lookOf(const PassRow& row, bool isSelected, bool isNext, Instant now) {
-        return passRowLook(row, rowMoment(row, isSelected, isNext, now));
+        return passRowLook(row, rowMoment(row, isSelected, false, isNext, now));
     }
     std::vector<PassRow> rows() { return sortedPassRows(state->selectedSatellites()); }
 };
