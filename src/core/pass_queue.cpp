@@ -69,6 +69,27 @@ std::optional<Place> nextStart(const QueueView& view, Instant now) {
     return earliest;
 }
 
+/// The queued pass that the session follows until it sets. It is the session's own copy: the
+/// satellite may have been deselected since, or its passes computed anew.
+std::optional<QueuedPassRef> followedPass(const QueueView& view, Instant now) {
+    const auto* running = runningPass(view, now);
+    if (!running || now >= running->setTime) return std::nullopt;
+    return makePassRef(view.tracked->noradId, view.tracked->name, *running);
+}
+
+/// The state of a pass that is still predicted and that no session follows.
+QueueEntryState stateOf(const QueueView& view, const PredictedPass& pass, Instant now) {
+    if (now >= pass.setTime) return QueueEntryState::ended;
+    if (tooLow(view, pass)) return QueueEntryState::tooLow;
+    return view.tracked && underWay(pass, now) ? QueueEntryState::held : QueueEntryState::waiting;
+}
+
+bool isSelected(const QueueView& view, const std::string& id) {
+    const auto number = numberIn(id);
+    return std::any_of(view.selected.begin(), view.selected.end(),
+                       [&number](const auto& body) { return body.noradId == number; });
+}
+
 }  // namespace
 
 std::string passQueueId(std::int64_t noradId, Instant riseTime) {
@@ -115,33 +136,21 @@ QueueDecision decideQueue(const QueueView& view, Instant now) {
 }
 
 std::vector<QueueEntry> describeQueue(const QueueView& view, Instant now) {
+    const auto followed = followedPass(view, now);
     std::vector<QueueEntry> entries;
-    const auto* running = runningPass(view, now);
     for (const auto& id : view.queued) {
-        QueueEntry entry{id, QueueEntryState::gone, std::nullopt};
-        if (const auto place = find(view, id)) {
+        if (followed && followed->id == id) {
+            entries.push_back({id, QueueEntryState::tracked, followed});
+        } else if (const auto place = find(view, id)) {
             const auto& body = view.selected[place->body];
             const auto& pass = passAt(view, *place);
-            entry.pass = makePassRef(body.noradId, body.name, pass);
-            const bool tracked = running && view.tracked->noradId == body.noradId &&
-                                 running->riseTime == pass.riseTime;
-            if (now >= pass.setTime) {
-                entry.state = QueueEntryState::ended;
-            } else if (tracked) {
-                entry.state = QueueEntryState::tracked;
-            } else if (tooLow(view, pass)) {
-                entry.state = QueueEntryState::tooLow;
-            } else {
-                entry.state =
-                    underWay(pass, now) ? QueueEntryState::held : QueueEntryState::waiting;
-            }
+            entries.push_back(
+                {id, stateOf(view, pass, now), makePassRef(body.noradId, body.name, pass)});
         } else {
-            const bool isSelected =
-                std::any_of(view.selected.begin(), view.selected.end(),
-                            [&id](const auto& body) { return body.noradId == numberIn(id); });
-            if (!isSelected) entry.state = QueueEntryState::deselected;
+            const auto state =
+                isSelected(view, id) ? QueueEntryState::gone : QueueEntryState::deselected;
+            entries.push_back({id, state, std::nullopt});
         }
-        entries.push_back(std::move(entry));
     }
     return entries;
 }

@@ -82,9 +82,9 @@ QueueDecision decideQueue(const QueueView& view, Instant now);
 
 /// Where an entry of the queue stands. Entries that the rules skip say why.
 enum class QueueEntryState {
-    waiting,     ///< its pass is to come
+    waiting,     ///< its pass is to come, or the next firing of the timer starts it
     held,        ///< its pass is under way, and another session has the radio
-    tracked,     ///< the running session follows it
+    tracked,     ///< the running session follows it, whatever else is true of it
     ended,       ///< its pass has set
     tooLow,      ///< its pass stays under the minimum elevation
     deselected,  ///< its satellite is not among the selected ones
