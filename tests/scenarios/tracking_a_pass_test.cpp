@@ -8,32 +8,10 @@
 
 #include "base/text.h"
 #include "support/core_world.h"
+#include "support/radio_server.h"
 
 namespace veloran::test {
 namespace {
-
-/// A radio server that answers each line at once; tests replace single answers.
-struct RadioServer {
-    bool satProto = true;
-    /// An answer in place of the usual one, or nothing.
-    std::function<std::optional<std::string>(const std::string& line)> special;
-    std::vector<std::string> heard;
-
-    std::string answer(const std::string& line) {
-        heard.push_back(line);
-        if (special) {
-            if (const auto text = special(line)) return *text;
-        }
-        if (line.starts_with("\\") && !satProto) return "RPRT -4\n";
-        if (line == "\\sat_caps\n") return "SAT_PROTO=1\nMODEL=Scripted\nEND\nRPRT 0\n";
-        return "RPRT 0\n";
-    }
-    std::size_t countOf(std::string_view command) const {
-        return static_cast<std::size_t>(
-            std::count_if(heard.begin(), heard.end(),
-                          [command](const auto& line) { return line.starts_with(command); }));
-    }
-};
 
 class TrackingAPass : public ::testing::Test {
   protected:
