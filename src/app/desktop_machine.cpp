@@ -4,10 +4,11 @@
 
 namespace veloran {
 
-DesktopMachine::DesktopMachine(std::filesystem::path home, std::filesystem::path settingsFile)
+DesktopMachine::DesktopMachine(std::filesystem::path home, std::filesystem::path settingsFile,
+                               double httpIdleSeconds)
     : files(std::move(home)),
       settings(std::move(settingsFile), loop),
-      http(loop),
+      http(loop, httpIdleSeconds),
       tcp(loop),
       location(loop),
       machine{clock, loop, workers, settings, files, http, tcp, location} {}

@@ -15,9 +15,10 @@
 namespace veloran {
 
 /// The machine that the desktop program runs on. Needs a QCoreApplication, and outlives every
-/// AppState made with it.
+/// AppState made with it. `httpIdleSeconds` is how long a server may say nothing.
 struct DesktopMachine {
-    DesktopMachine(std::filesystem::path home, std::filesystem::path settingsFile);
+    DesktopMachine(std::filesystem::path home, std::filesystem::path settingsFile,
+                   double httpIdleSeconds = QtHttpClient::kIdleSeconds);
 
     SystemClock clock;
     QtMainLoop loop;

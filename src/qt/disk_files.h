@@ -13,6 +13,9 @@ class DiskFiles final : public FileStore {
     std::filesystem::path homeDirectory() const override;
     std::optional<std::string> read(const std::filesystem::path& path) const override;
     /// Writes beside, flushes to the disk, renames. A link stays a link: its target is replaced.
+    /// Killed in the moment of renaming (in a write, where the file system has no unnamed files),
+    /// it may leave one "<name>.<six letters>" behind. These are not cleaned up: they are very
+    /// rare, and a user's own "custom.tle.backup" looks the same.
     bool writeAtomically(const std::filesystem::path& path, std::string_view content) override;
     bool remove(const std::filesystem::path& path) override;
     void removeDirectory(const std::filesystem::path& path) override;

@@ -36,24 +36,38 @@ std::uint16_t freePort() {
     return server.serverPort();
 }
 
-TemporaryMachine::TemporaryMachine()
-    : desktop_(home_.path().toStdString(), home_.filePath("settings.json").toStdString()) {}
+TemporaryMachine::TemporaryMachine(double httpIdleSeconds)
+    : desktop_(home_.path().toStdString(), home_.filePath("settings.json").toStdString(),
+               httpIdleSeconds) {}
 
-SampleElementService::SampleElementService() {
+std::string SampleServices::elementTarget(const std::string& group) {
+    return "/NORAD/elements/gp.php?GROUP=" + group + "&FORMAT=json";
+}
+
+std::string SampleServices::transmitterTarget(std::int64_t noradId) {
+    return "/api/transmitters/?format=json&satellite__norad_cat_id=" + std::to_string(noradId);
+}
+
+SampleServices::SampleServices() {
     std::ifstream file(VELORAN_SAMPLE_SATELLITES, std::ios::binary);
     const std::string csv{std::istreambuf_iterator<char>(file), {}};
     const auto satellites = readSampleCatalogue(csv);
     EXPECT_TRUE(satellites && server_.start());
     if (!satellites) return;
     for (const char* group : {"amateur", "stations", "weather"}) {
-        server_.serve(std::string("/NORAD/elements/gp.php?GROUP=") + group + "&FORMAT=json",
+        server_.serve(elementTarget(group),
                       {.body = ommArray(*satellites, group, startOfDay(SystemClock().now()))});
     }
+    server_.serve("/api/transmitters/", {.body = "[]"});
 }
 
-Station::Station()
-    : state_(AppState::create(machine_.machine(),
-                              {.elementServiceBase = elements_.base(), .transmitterFile = {}})) {}
+Station::Station(double httpIdleSeconds)
+    : machine_(httpIdleSeconds),
+      state_(
+          AppState::create(machine_.machine(), {.elementServiceBase = services_.server().base(),
+                                                .transmitterServiceBase = services_.server().base(),
+                                                .presetHosts = {},
+                                                .transmitterFile = {}})) {}
 
 void Station::load() {
     state_->subscribedCategories = std::set<std::string>{"amateur"};
@@ -120,7 +134,7 @@ LoopWatch::LoopWatch() : last_(steadySeconds()) {
         last_ = now;
         ++beats_;
     });
-    timer_.start(10);
+    timer_.start(5);
 }
 
 }  // namespace veloran::test

@@ -24,7 +24,7 @@ std::uint16_t freePort();
 /// The desktop program's machine in a throw-away home.
 class TemporaryMachine {
   public:
-    TemporaryMachine();
+    explicit TemporaryMachine(double httpIdleSeconds = QtHttpClient::kIdleSeconds);
     const Machine& machine() const { return desktop_.machine; }
 
   private:
@@ -32,20 +32,25 @@ class TemporaryMachine {
     DesktopMachine desktop_;
 };
 
-/// The element service: the sample satellites with today's elements, by group.
-class SampleElementService {
+/// The element service with today's elements of the sample satellites, by group, and the
+/// transmitter service, which knows no satellite until a test says so.
+class SampleServices {
   public:
-    SampleElementService();
-    std::string base() const { return server_.base(); }
+    SampleServices();
+    HttpServer& server() { return server_; }
+
+    static std::string elementTarget(const std::string& group);
+    static std::string transmitterTarget(std::int64_t noradId);
 
   private:
     HttpServer server_;
 };
 
-/// A whole station on real parts: elements from a real server, a radio to be named, no window.
+/// A whole station on real parts: elements and channels from a real server, a radio to be named, no
+/// window.
 class Station {
   public:
-    Station();
+    explicit Station(double httpIdleSeconds = QtHttpClient::kIdleSeconds);
 
     /// Downloads the sample satellites and waits for them.
     void load();
@@ -54,12 +59,14 @@ class Station {
     void track(std::uint16_t radioPort, double hz = 20);
 
     std::shared_ptr<AppState> state() const { return state_; }
+    const Machine& machine() const { return machine_.machine(); }
+    HttpServer& services() { return services_.server(); }
 
   private:
     void moveUnder(const Satellite& satellite);
 
     TemporaryMachine machine_;
-    SampleElementService elements_;
+    SampleServices services_;
     std::shared_ptr<AppState> state_;
 };
 
@@ -81,7 +88,7 @@ class TickHistory {
     ChangeNotifier::Subscription subscription_;
 };
 
-/// The longest time that the event loop was deaf: gaps of a 10 ms timer.
+/// The longest time that the event loop was deaf: gaps of a 5 ms timer.
 class LoopWatch {
   public:
     LoopWatch();

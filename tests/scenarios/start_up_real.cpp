@@ -29,8 +29,10 @@ class FirstPaint : public QObject {
 /// Watches one start-up from the empty home to the painted window.
 struct StartUp {
     explicit StartUp(const std::string& serviceBase)
-        : state(AppState::create(machine.machine(),
-                                 {.elementServiceBase = serviceBase, .transmitterFile = {}})) {
+        : state(AppState::create(machine.machine(), {.elementServiceBase = serviceBase,
+                                                     .transmitterServiceBase = serviceBase,
+                                                     .presetHosts = {},
+                                                     .transmitterFile = {}})) {
         window = std::make_unique<MainWindow>(state);
         paint = std::make_unique<FirstPaint>(*window);
         watching = state->objectWillChange.subscribe([this] {
