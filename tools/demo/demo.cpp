@@ -1,7 +1,9 @@
 #include "demo/demo.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
+#include <vector>
 
 #include "transmitters/transponder_pair.h"
 
@@ -17,6 +19,15 @@ std::optional<Transmitter> transponderDownlink(const Satellite& satellite) {
         if (choice.pair()) return choice.downlink();
     }
     return {};
+}
+
+/// Passes that have not begun, of satellites that can be heard, by their rise.
+std::vector<std::pair<SatellitePtr, PredictedPass>> comingPasses(const AppState& state) {
+    auto passes = state.allPassesSorted();
+    std::erase_if(passes, [now = state.now()](const auto& entry) {
+        return entry.second.riseTime <= now || !entry.first->primaryDownlink();
+    });
+    return passes;
 }
 
 }  // namespace
@@ -60,21 +71,23 @@ void Demo::look() {
     switch (step_) {
         case Step::loading:
             if (state_->isLoadingTLEs || state_->satellites->empty()) return;
-            selectWeatherSatellites();
+            selectMore();
             step_ = Step::computing;
             return;
         case Step::computing:
             if (!allPassesKnown()) return;
             trackBestPass();
+            markPasses();
             timer_.reset();
             return;
     }
 }
 
-void Demo::selectWeatherSatellites() {
+void Demo::selectMore() {
     auto ids = state_->selectedSatelliteIds.get();
     for (const auto& satellite : state_->satellites.get()) {
-        if (!satellite->sources.contains("weather")) continue;
+        const auto& sources = satellite->sources;
+        if (!sources.contains("weather") && !sources.contains("celestial")) continue;
         satellite->isSelected = true;
         ids.insert(satellite->id);
     }
@@ -99,6 +112,26 @@ void Demo::trackBestPass() {
     state_->selectedPass = picked_;
     state_->selectTransmitter(picked_->transmitter, picked_->satellite);
     state_->startTracking(picked_->satellite, picked_->transmitter);
+}
+
+/// The first pass to come that overlaps its successor gives way to it; behind comes one more.
+void Demo::markPasses() {
+    const auto passes = comingPasses(*state_);
+    const auto clash = std::ranges::adjacent_find(
+        passes, [](const auto& a, const auto& b) { return passesOverlap(a.second, b.second); });
+    if (clash == passes.end()) return;
+    const auto& dropped = *clash;
+    const auto& kept = *std::next(clash);
+    state_->togglePassQueued(dropped.first, dropped.second);
+    state_->togglePassQueued(kept.first, kept.second);
+    if (const auto conflict = state_->pendingPassConflict.get()) {
+        state_->resolveConflictReplace(*conflict);
+        ++resolvedConflicts_;
+    }
+    const auto later = std::ranges::find_if(passes, [&kept](const auto& entry) {
+        return entry.second.riseTime >= kept.second.setTime;
+    });
+    if (later != passes.end()) state_->togglePassQueued(later->first, later->second);
 }
 
 }  // namespace veloran

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 
@@ -8,7 +9,9 @@
 namespace veloran {
 
 /// The hand that works the program in the demo: it waits for the satellites, adds the weather
-/// satellites to the selection, and tracks the pass under way or else the next one; then it rests.
+/// satellites, the Sun and the Moon to the selection, tracks the pass under way or else the next
+/// one, and marks two passes to come, one of them in place of another that overlaps it; then it
+/// rests.
 class Demo {
   public:
     explicit Demo(std::shared_ptr<AppState> state);
@@ -18,17 +21,21 @@ class Demo {
     /// Has been found and is tracked; absent until then.
     const std::optional<PassInfo>& pickedPass() const { return picked_; }
 
+    std::size_t resolvedConflicts() const { return resolvedConflicts_; }
+
   private:
     enum class Step { loading, computing };
 
     void look();
-    void selectWeatherSatellites();
+    void selectMore();
     bool allPassesKnown() const;
     void trackBestPass();
+    void markPasses();
 
     std::shared_ptr<AppState> state_;
     Step step_ = Step::loading;
     std::optional<PassInfo> picked_;
+    std::size_t resolvedConflicts_ = 0;
     std::unique_ptr<Timer> timer_;
 };
 

@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 #include <sys/resource.h>
 
+#include "elements/element_merge.h"
+
 namespace veloran {
 namespace {
 
@@ -22,8 +24,24 @@ std::string passText(const std::optional<PassInfo>& picked, Instant now) {
                        picked->pass.riseTime <= now ? "under way" : "to come");
 }
 
-std::string channelText(const std::optional<Transmitter>& channel) {
-    return channel ? channel->label() : "none";
+std::string satellitesText(const AppState& state) {
+    std::size_t imported = 0;
+    std::size_t own = 0;
+    for (const auto& satellite : state.satellites.get()) {
+        for (const auto& source : satellite->sources) {
+            imported += source == kCustomSource ? 1 : 0;
+            own += source.starts_with("user:") ? 1 : 0;
+        }
+    }
+    const auto& selected = state.selectedSatelliteIds.get();
+    return fmt::format("{} loaded ({} imported, {} from an own source), {} selected{}{}",
+                       state.satellites->size(), imported, own, state.selectedSatellites().size(),
+                       selected.contains(-1) ? ", with the Sun" : "",
+                       selected.contains(-2) ? ", with the Moon" : "");
+}
+
+std::string channelText(const std::optional<Transmitter>& channel, std::size_t requests) {
+    return fmt::format("{}; service asked {} times", channel ? channel->label() : "none", requests);
 }
 
 std::string tuningText(const char* name, const std::optional<SatChannel>& channel) {
@@ -38,18 +56,20 @@ std::string fileText(const QString& name) {
 
 }  // namespace
 
-std::string demoReport(const AppState& state, const std::optional<PassInfo>& picked,
-                       const SimulatedRadio& radio, const DemoOptions& options) {
+std::string demoReport(const AppState& state, const Demo& demo, const LocalStation& station,
+                       const DemoOptions& options) {
+    const auto& radio = station.radio();
     const auto& tuned = radio.radio();
     std::string text;
     const auto line = [&text](const char* name, const std::string& value) {
         text += fmt::format("{:<12}{}\n", name, value);
     };
-    line("satellites", fmt::format("{} loaded, {} selected", state.satellites->size(),
-                                   state.selectedSatellites().size()));
-    line("passes", fmt::format("{} in the next 24 h", state.allPassesSorted().size()));
-    line("pass", passText(picked, state.now()));
-    line("channel", channelText(state.selectedTransmitter));
+    line("satellites", satellitesText(state));
+    line("passes", fmt::format("{} in the next 24 h, {} queued, {} conflict resolved",
+                               state.allPassesSorted().size(), state.queuedPassIds->size(),
+                               demo.resolvedConflicts()));
+    line("pass", passText(demo.pickedPass(), state.now()));
+    line("channel", channelText(state.selectedTransmitter, station.channelRequests()));
     line("radio",
          fmt::format("{}, dialect {}, {}", state.rigConnected ? "connected" : "not connected",
                      rawValue(state.rigProtocolMode),

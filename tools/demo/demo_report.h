@@ -3,13 +3,14 @@
 #include <string>
 
 #include "core/app_state.h"
+#include "demo/demo.h"
 #include "demo/demo_options.h"
-#include "servers/simulated_radio.h"
+#include "demo/local_station.h"
 
 namespace veloran {
 
 /// What happened, in ten lines.
-std::string demoReport(const AppState& state, const std::optional<PassInfo>& picked,
-                       const SimulatedRadio& radio, const DemoOptions& options);
+std::string demoReport(const AppState& state, const Demo& demo, const LocalStation& station,
+                       const DemoOptions& options);
 
 }  // namespace veloran

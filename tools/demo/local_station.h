@@ -2,13 +2,16 @@
 
 #include <QFile>
 #include <string>
+#include <vector>
 
+#include "sample_catalogue/sample_catalogue.h"
 #include "servers/http_server.h"
 #include "servers/simulated_radio.h"
 
 namespace veloran {
 
-/// What the demo has in place of the network and the radio.
+/// What the demo has in place of the network and the radio: groups of elements, one address of the
+/// user's own, the transmitter service, and text to import.
 class LocalStation {
   public:
     /// `logFile` empty: no log.
@@ -17,12 +20,20 @@ class LocalStation {
     /// Starts both servers with the elements of `day`; a text that says why it could not be done.
     [[nodiscard]] std::string start(Instant day);
 
-    const HttpServer& elements() const { return elements_; }
+    const HttpServer& web() const { return web_; }
     const SimulatedRadio& radio() const { return radio_; }
+    std::string ownSourceUrl() const { return web_.base() + "/own/elements.txt"; }
+    const std::string& importText() const { return importText_; }
+    /// How often the transmitter service was asked.
+    std::size_t channelRequests() const;
 
   private:
+    void serveElements(const std::vector<SampleSatellite>& satellites, Instant day);
+    bool serveChannels();
+
     QFile log_;
-    HttpServer elements_;
+    HttpServer web_;
+    std::string importText_;
     SimulatedRadio radio_;
 };
 

@@ -9,6 +9,7 @@
 
 #include "app/application.h"
 #include "app/desktop_machine.h"
+#include "base/unique_id.h"
 #include "demo/demo.h"
 #include "demo/demo_options.h"
 #include "demo/demo_report.h"
@@ -22,7 +23,10 @@ namespace {
 using namespace veloran;
 
 void pointAtStation(AppState& state, const LocalStation& station, double rateHz) {
-    state.subscribedCategories = std::set<std::string>{"amateur", "stations", "weather"};
+    const UserTLESource own{UniqueId::make().text(), "Own source", station.ownSourceUrl()};
+    state.userSources().add(own);
+    state.subscribedCategories =
+        std::set<std::string>{"amateur", "stations", "weather", own.categoryKey()};
     state.rigHost = std::string("127.0.0.1");
     state.rigPort = std::int64_t{station.radio().port()};
     state.dopplerUpdateHz = rateHz;
@@ -32,7 +36,7 @@ void pointAtStation(AppState& state, const LocalStation& station, double rateHz)
 int finish(const AppState& state, const Demo& demo, const LocalStation& station, QWidget& window,
            const DemoOptions& options) {
     const bool saved = options.screenshot.isEmpty() || window.grab().save(options.screenshot);
-    fmt::print("{}", demoReport(state, demo.pickedPass(), station.radio(), options));
+    fmt::print("{}", demoReport(state, demo, station, options));
     if (!saved) {
         fmt::print(stderr, "veloran-demo: {} cannot be written\n",
                    options.screenshot.toStdString());
@@ -57,8 +61,10 @@ int main(int argc, char** argv) {
     }
 
     AppConfig config;
-    config.elementServiceBase = station.elements().base();
+    config.elementServiceBase = station.web().base();
+    config.transmitterServiceBase = station.web().base();
     config.transmitterFile = VELORAN_SAMPLE_TRANSMITTERS;
+    CustomTLEStore(desktop.files).importFromText(station.importText());
     const auto state = AppState::create(desktop.machine, config);
     pointAtStation(*state, station, options.rateHz);
 
