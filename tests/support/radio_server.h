@@ -46,13 +46,8 @@ class RadioLink {
     std::size_t misdirected() const { return misdirected_; }  ///< lines to what was not connected
 
     void serve() {
-        auto& connections = machine_.tcp.connections;
-        if (connections.empty()) return;
-        if (connections.size() != known_) {
-            known_ = connections.size();
-            read_ = 0;
-            ready_ = refused_ = closed_ = false;
-        }
+        if (machine_.tcp.connections.empty()) return;
+        meetNewest();
         if (!ready_ && !refused_ && !closed_) {
             (reachable ? ready_ : refused_) = true;
             report(reachable ? TcpState::ready : TcpState::waiting);
@@ -61,6 +56,7 @@ class RadioLink {
     }
     /// The connection breaks.
     void fail() {
+        meetNewest();
         if (!ready_) return;
         answerAll();
         ready_ = false;
@@ -70,6 +66,7 @@ class RadioLink {
     }
     /// The peer closes; the next send tells it.
     void close() {
+        meetNewest();
         if (!ready_) return;
         machine_.tcp.newest().closeByPeer();
         machine_.loop.runPosted();
@@ -85,6 +82,13 @@ class RadioLink {
     }
 
   private:
+    void meetNewest() {
+        const auto count = machine_.tcp.connections.size();
+        if (count == known_) return;
+        known_ = count;
+        read_ = 0;
+        ready_ = refused_ = closed_ = false;
+    }
     void report(TcpState state) {
         machine_.tcp.newest().report(state);
         machine_.loop.runPosted();
@@ -92,17 +96,21 @@ class RadioLink {
     void answerAll() {
         auto& connection = machine_.tcp.newest();
         while (read_ < connection.sent.size()) {
-            if (!ready_) ++misdirected_;
+            if (closed_ || !ready_) return dropAll(connection);
             const auto line = connection.sent[read_++];
-            if (closed_) {
-                ready_ = false;
-                connection.failLatestSend();
-                report(TcpState::failed);
-            } else if (!silent && ready_) {
-                connection.deliver(server.answer(line));
-                machine_.loop.runPosted();
-            }
+            if (silent) continue;
+            connection.deliver(server.answer(line));
+            machine_.loop.runPosted();
         }
+    }
+    /// What came before the client could know is lost; what comes after goes astray.
+    void dropAll(ScriptedConnection& connection) {
+        if (!ready_) misdirected_ += connection.sent.size() - read_;
+        read_ = connection.sent.size();
+        if (!ready_) return;
+        ready_ = false;
+        connection.failLatestSend();
+        report(TcpState::failed);
     }
 
     SimulatedMachine& machine_;
