@@ -279,7 +279,7 @@ class Story {
             case 5:
                 return {pass(3600, 4200)};
             case 6:
-                return {pass(3900, 4500)};
+                return {pass(3900, 4500), pass(9600, 9900)};
             case 7:
                 return {pass(4800, 5200, 4.9)};
             case 8:
@@ -361,6 +361,8 @@ void playMorning(Story& story) {
     story.runUntil(9300);
     EXPECT_TRUE(story.app().rigConnected);
     story.clear();
+    story.runUntil(9700);
+    story.queue(6, 1);  // under way and the first of the queue: at once
     story.runUntil(3 * kHour);
 }
 
@@ -370,7 +372,7 @@ const Log kMorning{
     "3600.25 start BODY 5 (queue)", "4200.25 end BODY 5 (queue)",   "6701.25 start BODY 1 (queue)",
     "7200.25 end BODY 1 (queue)",   "7400.25 start BODY 3 (hand)",  "7800.25 end BODY 3 (hand)",
     "7801.25 start BODY 2 (queue)", "8100.25 end BODY 2 (queue)",   "8400.25 start BODY 4 (queue)",
-    "9000.25 end BODY 4 (queue)"};
+    "9000.25 end BODY 4 (queue)",   "9700.25 start BODY 6 (queue)", "9900.25 end BODY 6 (queue)"};
 
 /// The log of that many days; the story is over when it comes back.
 Log play(Story& story, double days) {
