@@ -171,6 +171,8 @@ class AppState : public std::enable_shared_from_this<AppState> {
     const std::shared_ptr<RigctldClient>& rigClient() const { return rigClient_; }
     const TransmitterMap& transmitterDB() const { return transmitterDB_; }
     TLEManager& elements() { return elements_; }
+    /// For what only one view shows and remembers.
+    SettingsStore& settings() { return machine_.settings; }
 
     /// Look angles now and half a second ahead, for the tick; the tracked body's own propagation
     /// unless a test hands in another.

@@ -47,6 +47,7 @@ class CalibrationOffsetStore {
 /// One stable colour for every body: sRGB, 0 to 1.
 struct RgbColor {
     double red, green, blue;
+    bool operator==(const RgbColor&) const = default;
 };
 class SatelliteColorPalette {
   public:

@@ -23,18 +23,38 @@ QByteArray readSymbol(const char* name) {
 }
 
 QByteArray symbolSvg(Symbol symbol) {
-    static constexpr std::array<const char*, 4> names = {"arrow-clockwise", "arrow-up-and-down",
-                                                         "play", "stop"};
+    static constexpr auto names = std::to_array<const char*>({"arrow-clockwise",
+                                                              "arrow-up-and-down",
+                                                              "play",
+                                                              "stop",
+                                                              "grid",
+                                                              "satellite",
+                                                              "gear",
+                                                              "chevron-down",
+                                                              "chevron-right",
+                                                              "chevron-down-disc",
+                                                              "chevron-right-disc",
+                                                              "location",
+                                                              "zoom-in",
+                                                              "zoom-out",
+                                                              "plus-square",
+                                                              "cross-disc",
+                                                              "check-disc",
+                                                              "arrow-up-right",
+                                                              "arrow-left-and-right",
+                                                              "arrow-up",
+                                                              "arrow-down",
+                                                              "antenna",
+                                                              "pin",
+                                                              "search",
+                                                              "import-tray",
+                                                              "info",
+                                                              "trash"});
     static std::array<QByteArray, names.size()> read;
     const auto index = static_cast<std::size_t>(symbol);
     keepResources();
     if (read[index].isEmpty()) read[index] = readSymbol(names[index]);
     return read[index];
-}
-
-void paintSymbol(QPainter& painter, const QRectF& rect, Symbol symbol, const QColor& color) {
-    QSvgRenderer renderer(symbolSvg(symbol).replace("currentColor", color.name().toLatin1()));
-    renderer.render(&painter, rect);
 }
 
 class SymbolIconEngine final : public QIconEngine {
@@ -64,6 +84,14 @@ class SymbolIconEngine final : public QIconEngine {
 };
 
 }  // namespace
+
+void paintSymbol(QPainter& painter, const QRectF& rect, Symbol symbol, const QColor& color) {
+    QSvgRenderer renderer(symbolSvg(symbol).replace("currentColor", color.name().toLatin1()));
+    const qreal opacity = painter.opacity();
+    painter.setOpacity(opacity * color.alphaF());
+    renderer.render(&painter, rect);
+    painter.setOpacity(opacity);
+}
 
 QIcon symbolIcon(Symbol symbol, Ink ink) {
     return QIcon(new SymbolIconEngine(symbol, ink));

@@ -23,6 +23,7 @@ constexpr ColorSet kLight = {0xff15702e, 0xffc0141a, 0xff9c4000, 0xff735600, 0xf
                              0xff505056, 0xfff5f5f7, 0xffffffff, 0xffd0d0d6};
 
 bool darkApplied = true;
+int applications = 0;
 
 double linear(double channel) {
     return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
@@ -64,6 +65,7 @@ QPalette palette() {
 
 void Theme::apply(bool dark) {
     darkApplied = dark;
+    ++applications;
     if (QApplication::style() == nullptr || QApplication::style()->name() != "fusion") {
         QApplication::setStyle(QStyleFactory::create("Fusion"));
     }
@@ -77,6 +79,13 @@ QColor Theme::color(Ink ink, double opacity) {
     return color;
 }
 
+QColor Theme::color(const Paint& paint, double opacity) {
+    if (const Ink* ink = std::get_if<Ink>(&paint)) return color(*ink, opacity);
+    const auto& c = std::get<RgbColor>(paint);
+    return QColor::fromRgbF(static_cast<float>(c.red), static_cast<float>(c.green),
+                            static_cast<float>(c.blue), static_cast<float>(opacity));
+}
+
 QColor Theme::text(Ink ink, double opacity, const QColor& background) {
     QColor result = blended(color(ink, opacity), background);
     while (opacity < 1 && contrastRatio(result, background) < kLegibleContrast) {
@@ -84,6 +93,24 @@ QColor Theme::text(Ink ink, double opacity, const QColor& background) {
         result = blended(color(ink, opacity), background);
     }
     return result;
+}
+
+QColor Theme::text(const Tint& tint, const QColor& background) {
+    if (const Ink* ink = std::get_if<Ink>(&tint.paint)) {
+        return text(*ink, tint.opacity, background);
+    }
+    QColor result = blended(color(tint), background);
+    for (float share = 0.05F; contrastRatio(result, background) < kLegibleContrast && share <= 1;
+         share += 0.05F) {
+        QColor plain = color(Ink::primary);
+        plain.setAlphaF(share);
+        result = blended(plain, color(tint.paint));
+    }
+    return result;
+}
+
+int Theme::revision() {
+    return applications;
 }
 
 QFont Theme::mono(int pixels, QFont::Weight weight) {

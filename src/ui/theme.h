@@ -4,7 +4,7 @@
 #include <QFont>
 #include <array>
 
-#include "ui/ink.h"
+#include "ui/paint.h"
 
 namespace veloran {
 
@@ -19,12 +19,21 @@ class Theme {
     static void apply(bool dark);
 
     static QColor color(Ink ink, double opacity = 1);
+    static QColor color(const Paint& paint, double opacity = 1);
+    static QColor color(const Tint& tint) { return color(tint.paint, tint.opacity); }
     /// Colour of text on `background`, opaque. An opacity that would leave less than
     /// kLegibleContrast is raised as far as that takes.
     static QColor text(Ink ink, double opacity, const QColor& background);
     static QColor text(Ink ink, double opacity = 1) {
         return text(ink, opacity, color(Ink::window));
     }
+    /// The same for any paint; a fixed colour that is illegible even when opaque is drawn towards
+    /// the colour of plain text.
+    static QColor text(const Tint& tint, const QColor& background);
+    static QColor text(const Tint& tint) { return text(tint, color(Ink::window)); }
+
+    /// Grows with every `apply`: what keeps a picture redraws it then.
+    static int revision();
 
     /// Faces by size in logical pixels. The mono face is the desktop's own.
     static QFont mono(int pixels, QFont::Weight weight = QFont::Normal);

@@ -1,9 +1,6 @@
-#include <functional>
-#include <map>
 #include <set>
-#include <string_view>
 
-#include "support/vectors.h"
+#include "ui/format_cases.h"
 #include "ui/formats.h"
 
 namespace veloran::test {
@@ -24,15 +21,9 @@ std::vector<PassPoint> track(const value& azimuths) {
     return points;
 }
 
-using Format = std::function<value(const array& args)>;
-
-Format ofNumber(std::string (*format)(double)) {
-    return [format](const array& a) { return value(format(number(a.at(0)))); };
-}
-
 /// The formats of the views that this program has.
-const std::map<std::string_view, Format>& viewFormats() {
-    static const std::map<std::string_view, Format> formats{
+const Formats& viewFormats() {
+    static const Formats formats{
         {"formatBigFreq", ofNumber(formatBigFreq)},
         {"formatMHz", ofNumber(formatMHz)},
         {"formatHzSigned", ofNumber(formatHzSigned)},
@@ -86,7 +77,7 @@ const std::map<std::string_view, Format>& viewFormats() {
     return formats;
 }
 
-/// Formats that have their test beside the core, and formats of views that are not built yet.
+/// Formats that are tested beside the core or beside their own view.
 const std::set<std::string_view>& formatsElsewhere() {
     static const std::set<std::string_view> names{
         // core
@@ -112,24 +103,17 @@ const std::set<std::string_view>& formatsElsewhere() {
     return names;
 }
 
-TEST(TextFormatsVectors, FormatsOfTheViews) {
+TEST(TextFormatsVectors, FormatsOfTheMainWindow) {
+    expectFormats(viewFormats());
+}
+
+TEST(TextFormatsVectors, EveryFormatOfTheFileHasAPlace) {
     const auto file = loadVectors("data/text_formats.json");
-    std::set<std::string_view> seen;
-    forEachCase(file, "text_formats.json", "cases", [&seen](const boost::json::object& c) {
-        expectKnownMembers(c, {"id", "note", "function", "args", "expected"}, "case");
+    forEachCase(file, "text_formats.json", "cases", [](const boost::json::object& c) {
         const std::string_view name = c.at("function").as_string();
-        if (formatsElsewhere().contains(name)) return;
-        const auto format = viewFormats().find(name);
-        ASSERT_NE(format, viewFormats().end()) << "unknown function " << name;
-        seen.insert(format->first);
-        const value actual = format->second(c.at("args").as_array());
-        if (actual.is_double()) {
-            EXPECT_TRUE(closeTo(actual.as_double(), number(c.at("expected")))) << name;
-        } else {
-            EXPECT_EQ(actual, c.at("expected")) << name;
-        }
+        EXPECT_TRUE(viewFormats().contains(name) || formatsElsewhere().contains(name))
+            << "unknown function " << name;
     });
-    EXPECT_EQ(seen.size(), viewFormats().size()) << "a format has no case";
 }
 
 }  // namespace

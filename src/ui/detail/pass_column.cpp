@@ -8,6 +8,7 @@
 #include "ui/detail/labeled_values.h"
 #include "ui/detail/transponder_picker.h"
 #include "ui/formats.h"
+#include "ui/theme.h"
 #include "ui/widgets/color_dot.h"
 #include "ui/widgets/value_label.h"
 
@@ -105,9 +106,7 @@ void PassColumn::addFigures(QVBoxLayout& column) {
 
 void PassColumn::display(const PassInfo& pass) {
     shown_ = pass.id;
-    const RgbColor color = SatelliteColorPalette::color(pass.noradId());
-    dot_->setColor(QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
-                                    static_cast<float>(color.blue)));
+    dot_->setColor(Theme::color(SatelliteColorPalette::color(pass.noradId())));
     name_->setText(pass.satName());
     norad_->setText(noradText(pass.noradId()));
     rise_->setText(pass.riseTimeUTC());

@@ -8,6 +8,7 @@
 #include "ui/detail/detail_panel.h"
 #include "ui/detail/labeled_values.h"
 #include "ui/formats.h"
+#include "ui/q_text.h"
 #include "ui/symbol_icon.h"
 #include "ui/theme.h"
 #include "ui/widgets/badge.h"
@@ -37,10 +38,6 @@ void dressSessionButton(QPushButton& button, const char* name) {
     button.setFont(Theme::mono(16, QFont::Bold));
     button.setIconSize({16, 16});
     button.setAutoDefault(false);
-}
-
-QString qText(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
 
 }  // namespace

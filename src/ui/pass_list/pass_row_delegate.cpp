@@ -7,6 +7,7 @@
 #include <QToolTip>
 
 #include "ui/pass_list/pass_list_model.h"
+#include "ui/q_text.h"
 #include "ui/scene/mini_polar_plot.h"
 #include "ui/scene/queue_mark.h"
 #include "ui/scene/scene_painter.h"
@@ -24,10 +25,6 @@ constexpr int kThumbnail = 60;
 constexpr int kLineSpacing = 3;
 constexpr int kDot = 10;
 constexpr int kDividerIndent = 52;
-
-QString qText(const std::string& utf8) {
-    return QString::fromStdString(utf8);
-}
 
 /// Draws pieces of text on one line, from either end.
 class TextLine {
@@ -53,7 +50,7 @@ class TextLine {
         const int baseline =
             area_.top() + (area_.height() - metrics.height()) / 2 + metrics.ascent();
         painter_.setFont(font);
-        painter_.setPen(Theme::text(tint.ink, tint.opacity, background_));
+        painter_.setPen(Theme::text(tint, background_));
         painter_.drawText(x, baseline, text);
     }
 
@@ -106,9 +103,8 @@ bool PassRowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
     const bool onMark = event->type() == QEvent::ToolTip && index.isValid() &&
                         queueMarkArea(option.rect).contains(event->pos());
     if (!onMark) return QStyledItemDelegate::helpEvent(event, view, option, index);
-    const auto help = queueMarkHelp(model_.look(index.row()).isQueued);
-    QToolTip::showText(event->globalPos(),
-                       QString::fromUtf8(help.data(), static_cast<qsizetype>(help.size())), view);
+    QToolTip::showText(event->globalPos(), qText(queueMarkHelp(model_.look(index.row()).isQueued)),
+                       view);
     return true;
 }
 
@@ -116,14 +112,12 @@ void PassRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
                             const QModelIndex& index) const {
     const PassRow& row = model_.row(index.row());
     const PassRowLook look = model_.look(index.row());
-    const RgbColor c = SatelliteColorPalette::color(row.satellite->id);
 
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     QColor background = Theme::color(Ink::control);
     if (look.background) {
-        background =
-            blended(Theme::color(look.background->ink, look.background->opacity), background);
+        background = blended(Theme::color(*look.background), background);
         painter->fillRect(option.rect.adjusted(0, 0, 0, -1), background);
     }
     const QRect content = option.rect.adjusted(kHorizontalPadding, kVerticalPadding,
@@ -133,9 +127,7 @@ void PassRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
     drawScene(*painter, {content.left() + kMark + kSpacing, content.top()},
               miniPolarPlotScene(row.pass(), kThumbnail, kThumbnail));
     drawTexts(*painter, content.adjusted(kMark + kThumbnail + 2 * kSpacing, 0, 0, 0), look,
-              QColor::fromRgbF(static_cast<float>(c.red), static_cast<float>(c.green),
-                               static_cast<float>(c.blue)),
-              background);
+              Theme::color(SatelliteColorPalette::color(row.satellite->id)), background);
 
     QRect divider = option.rect.adjusted(kDividerIndent, 0, 0, 0);
     divider.setTop(divider.bottom());

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "core/app_state.h"
-#include "ui/ink.h"
+#include "ui/paint.h"
 
 namespace veloran {
 
@@ -28,13 +28,6 @@ std::optional<std::size_t> nextPassIndex(const std::vector<PassRow>& rows, Insta
 
 /// Whether this is the selected pass: same satellite number, same moment of rising.
 bool isSelectedPass(const PassRow& row, const std::optional<PassInfo>& selectedPass);
-
-/// A colour with an opacity.
-struct Tint {
-    Ink ink;
-    double opacity = 1;
-    bool operator==(const Tint&) const = default;
-};
 
 /// What of a row changes without a new computation.
 struct RowMoment {

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <QFont>
+#include <string>
 #include <variant>
 #include <vector>
 
-#include "ui/ink.h"
+#include "ui/paint.h"
+#include "ui/symbol_icon.h"
 
 namespace veloran::scene {
 
@@ -16,16 +19,14 @@ struct Point {
     bool operator==(const Point&) const = default;
 };
 
-struct Fill {
-    Ink ink;
-    double opacity = 1;
-    bool operator==(const Fill&) const = default;
-};
+using Fill = Tint;
 
 struct Stroke {
-    Ink ink;
+    Paint paint;
     double opacity = 1;
     double width = 1;
+    double dash = 0;  ///< length of a dash; 0 draws a whole line
+    double gap = 0;
     bool operator==(const Stroke&) const = default;
 };
 
@@ -51,7 +52,45 @@ struct Polyline {
     Stroke stroke;
 };
 
-using Shape = std::variant<Disc, Ring, Line, Polyline>;
+/// Closed by itself.
+struct Polygon {
+    std::vector<Point> points;
+    Fill fill;
+};
+
+/// Which edge of a text lies at its point; always in the middle of its height.
+enum class Anchor { leading, center, trailing };
+
+struct Text {
+    Point at;
+    std::string text;
+    Fill fill;
+    int pixels;
+    QFont::Weight weight = QFont::Normal;
+    Anchor anchor = Anchor::center;
+    bool mono = true;
+};
+
+/// A text in the default face on a rounded plate, centred.
+struct Tag {
+    Point center;
+    std::string text;
+    int pixels;
+    QFont::Weight weight;
+    double horizontalPadding;
+    double verticalPadding;
+    double cornerRadius;
+};
+
+/// One of our symbols, centred.
+struct Icon {
+    Point center;
+    double size;
+    Symbol symbol;
+    Paint paint;
+};
+
+using Shape = std::variant<Disc, Ring, Line, Polyline, Polygon, Text, Tag, Icon>;
 using Scene = std::vector<Shape>;
 
 }  // namespace veloran::scene

@@ -1,10 +1,34 @@
 #include "ui/scene/scene_painter.h"
 
-#include <QPainterPath>
+#include <QFontMetricsF>
 
+#include "ui/q_text.h"
 #include "ui/theme.h"
 
 namespace veloran {
+
+namespace {
+
+QPolygonF polygon(const std::vector<scene::Point>& points) {
+    QPolygonF result;
+    result.reserve(static_cast<qsizetype>(points.size()));
+    for (const scene::Point& p : points) result.append(QPointF(p.x, p.y));
+    return result;
+}
+
+double leftEdge(double x, double width, scene::Anchor anchor) {
+    switch (anchor) {
+        case scene::Anchor::leading:
+            return x;
+        case scene::Anchor::center:
+            return x - width / 2;
+        case scene::Anchor::trailing:
+            return x - width;
+    }
+    return x;
+}
+
+}  // namespace
 
 void ScenePainter::draw(const scene::Scene& scene) {
     painter_.save();
@@ -16,8 +40,7 @@ void ScenePainter::draw(const scene::Scene& scene) {
 }
 
 void ScenePainter::operator()(const scene::Disc& disc) {
-    painter_.setPen(Qt::NoPen);
-    painter_.setBrush(Theme::color(disc.fill.ink, disc.fill.opacity));
+    use(disc.fill);
     painter_.drawEllipse(QPointF(disc.center.x, disc.center.y), disc.radius, disc.radius);
 }
 
@@ -33,17 +56,60 @@ void ScenePainter::operator()(const scene::Line& line) {
 
 void ScenePainter::operator()(const scene::Polyline& polyline) {
     use(polyline.stroke);
-    QPolygonF points;
-    points.reserve(static_cast<qsizetype>(polyline.points.size()));
-    for (const scene::Point& p : polyline.points) points.append(QPointF(p.x, p.y));
-    painter_.drawPolyline(points);
+    painter_.drawPolyline(polygon(polyline.points));
+}
+
+void ScenePainter::operator()(const scene::Polygon& shape) {
+    use(shape.fill);
+    painter_.drawPolygon(polygon(shape.points), Qt::WindingFill);
+}
+
+void ScenePainter::operator()(const scene::Text& text) {
+    const QFont font =
+        text.mono ? Theme::mono(text.pixels, text.weight) : Theme::face(text.pixels, text.weight);
+    const QFontMetricsF metrics(font);
+    const QString words = qText(text.text);
+    painter_.setFont(font);
+    painter_.setPen(Theme::text(text.fill, Theme::color(ground_)));
+    painter_.drawText(QPointF(leftEdge(text.at.x, metrics.horizontalAdvance(words), text.anchor),
+                              text.at.y + (metrics.ascent() - metrics.descent()) / 2),
+                      words);
+}
+
+void ScenePainter::operator()(const scene::Tag& tag) {
+    const QFont font = Theme::face(tag.pixels, tag.weight);
+    const QFontMetricsF metrics(font);
+    const QString words = qText(tag.text);
+    const double width = metrics.horizontalAdvance(words) + 2 * tag.horizontalPadding;
+    const double height = metrics.height() + 2 * tag.verticalPadding;
+    const QRectF plate(tag.center.x - width / 2, tag.center.y - height / 2, width, height);
+    use(scene::Fill{Ink::window, 0.85});
+    painter_.drawRoundedRect(plate, tag.cornerRadius, tag.cornerRadius);
+    painter_.setFont(font);
+    painter_.setPen(Theme::text(Ink::primary));
+    painter_.drawText(plate, Qt::AlignCenter, words);
+}
+
+void ScenePainter::operator()(const scene::Icon& icon) {
+    const QRectF area(icon.center.x - icon.size / 2, icon.center.y - icon.size / 2, icon.size,
+                      icon.size);
+    paintSymbol(painter_, area, icon.symbol, Theme::color(icon.paint));
 }
 
 void ScenePainter::use(const scene::Stroke& stroke) {
-    QPen pen(Theme::color(stroke.ink, stroke.opacity), stroke.width);
+    QPen pen(Theme::color(stroke.paint, stroke.opacity), stroke.width);
     pen.setJoinStyle(Qt::RoundJoin);
+    if (stroke.dash > 0) {
+        pen.setCapStyle(Qt::FlatCap);  // a square cap would close the gaps
+        pen.setDashPattern({stroke.dash / stroke.width, stroke.gap / stroke.width});
+    }
     painter_.setPen(pen);
     painter_.setBrush(Qt::NoBrush);
+}
+
+void ScenePainter::use(const scene::Fill& fill) {
+    painter_.setPen(Qt::NoPen);
+    painter_.setBrush(Theme::color(fill));
 }
 
 }  // namespace veloran

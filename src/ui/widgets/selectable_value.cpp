@@ -4,6 +4,7 @@
 #include <QFontMetrics>
 #include <algorithm>
 
+#include "ui/q_text.h"
 #include "ui/theme.h"
 
 namespace veloran {
@@ -25,7 +26,7 @@ SelectableValue::SelectableValue(const TextStyle& style, const QString& sample, 
 }
 
 void SelectableValue::setValue(std::string_view utf8) {
-    const QString value = QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+    const QString value = qText(utf8);
     if (value == text()) return;
     const auto before = static_cast<int>(text().size());
     const auto size = static_cast<int>(value.size());

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "ui/ink.h"
+#include "ui/q_text.h"
 #include "ui/widgets/fitted_text.h"
 
 namespace veloran {
@@ -32,9 +33,7 @@ class ValueLabel : public QWidget {
 
     const QString& text() const { return text_; }
     void setText(const QString& text);
-    void setText(std::string_view utf8) {
-        setText(QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())));
-    }
+    void setText(std::string_view utf8) { setText(qText(utf8)); }
 
     /// Keeps room for `sample` at least.
     void reserve(const QString& sample);
