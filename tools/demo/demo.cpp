@@ -61,7 +61,8 @@ std::optional<PassInfo> passToShow(const AppState& state) {
     return best;
 }
 
-Demo::Demo(std::shared_ptr<AppState> state) : state_(std::move(state)) {}
+Demo::Demo(std::shared_ptr<AppState> state, DemoShow show)
+    : state_(std::move(state)), show_(show) {}
 
 void Demo::start(MainLoop& loop) {
     timer_ = loop.every(kLookSeconds, [this] { look(); });
@@ -76,9 +77,10 @@ void Demo::look() {
             return;
         case Step::computing:
             if (!allPassesKnown()) return;
-            trackBestPass();
-            markPasses();
+            showPass();
+            if (show_ >= DemoShow::tracking) markPasses();
             timer_.reset();
+            if (onReady) onReady();
             return;
     }
 }
@@ -106,12 +108,13 @@ bool Demo::allPassesKnown() const {
            });
 }
 
-void Demo::trackBestPass() {
+void Demo::showPass() {
     picked_ = passToShow(*state_);
-    if (!picked_) return;
+    if (!picked_ || show_ == DemoShow::nothing) return;
     state_->selectedPass = picked_;
     state_->selectTransmitter(picked_->transmitter, picked_->satellite);
-    state_->startTracking(picked_->satellite, picked_->transmitter);
+    if (show_ >= DemoShow::tracking)
+        state_->startTracking(picked_->satellite, picked_->transmitter);
 }
 
 /// The first pass to come that overlaps its successor gives way to it; behind comes one more.
@@ -124,6 +127,7 @@ void Demo::markPasses() {
     const auto& kept = *std::next(clash);
     state_->togglePassQueued(dropped.first, dropped.second);
     state_->togglePassQueued(kept.first, kept.second);
+    if (show_ == DemoShow::conflict) return;
     if (const auto conflict = state_->pendingPassConflict.get()) {
         state_->resolveConflictReplace(*conflict);
         ++resolvedConflicts_;

@@ -1,24 +1,29 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 
 #include "core/app_state.h"
+#include "demo/demo_options.h"
 
 namespace veloran {
 
 /// The hand that works the program in the demo: it waits for the satellites, adds the weather
 /// satellites, the Sun and the Moon to the selection, tracks the pass under way or else the next
 /// one, and marks two passes to come, one of them in place of another that overlaps it; then it
-/// rests.
+/// rests. Asked to show less, it stops on the way.
 class Demo {
   public:
-    explicit Demo(std::shared_ptr<AppState> state);
+    Demo(std::shared_ptr<AppState> state, DemoShow show);
 
     void start(MainLoop& loop);
 
-    /// Has been found and is tracked; absent until then.
+    /// Called when the window shows what it shall.
+    std::function<void()> onReady;
+
+    /// The pass to show; absent until it is found.
     const std::optional<PassInfo>& pickedPass() const { return picked_; }
 
     std::size_t resolvedConflicts() const { return resolvedConflicts_; }
@@ -29,10 +34,11 @@ class Demo {
     void look();
     void selectMore();
     bool allPassesKnown() const;
-    void trackBestPass();
+    void showPass();
     void markPasses();
 
     std::shared_ptr<AppState> state_;
+    DemoShow show_;
     Step step_ = Step::loading;
     std::optional<PassInfo> picked_;
     std::size_t resolvedConflicts_ = 0;

@@ -23,6 +23,20 @@ double number(const QCommandLineParser& parser, const QString& option, double lo
     return *value;
 }
 
+DemoShow show(const QCommandLineParser& parser) {
+    const QString text = parser.value("show");
+    const int index =
+        static_cast<int>(QStringList{"nothing", "pass", "tracking", "conflict"}.indexOf(text));
+    if (index < 0) refuse("show", text);
+    return static_cast<DemoShow>(index);
+}
+
+std::string mapStyle(const QCommandLineParser& parser) {
+    const QString text = parser.value("map");
+    if (!QStringList{"standard", "imagery", "hybrid"}.contains(text)) refuse("map", text);
+    return text.toStdString();
+}
+
 QSize size(const QCommandLineParser& parser) {
     const QString text = parser.value("size");
     const QStringList sides = text.split('x');
@@ -50,6 +64,10 @@ DemoOptions readDemoOptions(const QApplication& application) {
         {"dark", "Dark colours."},
         {"light", "Light colours."},
         {"rate", "Updates of the radio a second, 1 to 50.", "HZ", "10"},
+        {"show", "nothing, pass (selected), tracking, or conflict (its question is open).", "WHAT",
+         "tracking"},
+        {"map", "Style of the map: standard, imagery or hybrid.", "STYLE", "standard"},
+        {"figures", "Measure ticks, frames and processor from the first tick on."},
     });
     parser.process(application);
 
@@ -59,6 +77,9 @@ DemoOptions readDemoOptions(const QApplication& application) {
     options.log = parser.value("log");
     options.size = size(parser);
     if (parser.isSet("dark") || parser.isSet("light")) options.dark = parser.isSet("dark");
+    options.show = show(parser);
+    options.mapStyle = mapStyle(parser);
+    options.figures = parser.isSet("figures");
     options.rateHz = number(parser, "rate", 1, 50);
     return options;
 }

@@ -1,21 +1,12 @@
 #include "demo/demo_report.h"
 
 #include <fmt/format.h>
-#include <sys/resource.h>
 
+#include "demo/demo_figures.h"
 #include "elements/element_merge.h"
 
 namespace veloran {
 namespace {
-
-double processorSeconds() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    const auto seconds = [](const timeval& t) {
-        return static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_usec) * 1e-6;
-    };
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
 
 std::string passText(const std::optional<PassInfo>& picked, Instant now) {
     if (!picked) return "none";

@@ -3,17 +3,19 @@
 
 #include <fmt/format.h>
 
+#include <QPainter>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <cstdio>
 
-#include "app/application.h"
 #include "app/desktop_machine.h"
 #include "base/unique_id.h"
 #include "demo/demo.h"
+#include "demo/demo_figures.h"
 #include "demo/demo_options.h"
 #include "demo/demo_report.h"
 #include "demo/local_station.h"
+#include "demo/watched_loop.h"
 #include "sample_catalogue/sample_catalogue.h"
 #include "ui/main_window.h"
 #include "ui/theme.h"
@@ -32,10 +34,23 @@ void pointAtStation(AppState& state, const LocalStation& station, double rateHz)
     state.dopplerUpdateHz = rateHz;
 }
 
+/// The window, and over it the dialog that may be open, where it stands.
+QPixmap picture(QWidget& window) {
+    QPixmap result = window.grab();
+    QWidget* dialog = QApplication::activeModalWidget();
+    if (dialog == nullptr) return result;
+    const QRect place(dialog->mapToGlobal(QPoint()) - window.mapToGlobal(QPoint()), dialog->size());
+    QPainter painter(&result);
+    painter.drawPixmap(place.topLeft(), dialog->grab());
+    painter.setPen(Theme::color(Ink::separator));
+    painter.drawRect(place);
+    return result;
+}
+
 /// 0, or 1 when there was nothing to show or the picture could not be written.
-int finish(const AppState& state, const Demo& demo, const LocalStation& station, QWidget& window,
-           const DemoOptions& options) {
-    const bool saved = options.screenshot.isEmpty() || window.grab().save(options.screenshot);
+int finish(const AppState& state, const Demo& demo, const LocalStation& station,
+           const QPixmap& picture, const DemoOptions& options) {
+    const bool saved = options.screenshot.isEmpty() || picture.save(options.screenshot);
     fmt::print("{}", demoReport(state, demo, station, options));
     if (!saved) {
         fmt::print(stderr, "veloran-demo: {} cannot be written\n",
@@ -48,7 +63,7 @@ int finish(const AppState& state, const Demo& demo, const LocalStation& station,
 }  // namespace
 
 int main(int argc, char** argv) {
-    Application application(argc, argv);
+    WatchedApplication application(argc, argv);
     const DemoOptions options = readDemoOptions(application);
     Theme::apply(options.dark.value_or(Application::isDesktopDark()));
 
@@ -65,18 +80,30 @@ int main(int argc, char** argv) {
     config.transmitterServiceBase = station.web().base();
     config.transmitterFile = VELORAN_SAMPLE_TRANSMITTERS;
     CustomTLEStore(desktop.files).importFromText(station.importText());
-    const auto state = AppState::create(desktop.machine, config);
+    desktop.settings.set("mapStyle", options.mapStyle);
+    WatchedLoop loop(desktop.loop);
+    const Machine& machine = desktop.machine;
+    const Machine watched{machine.clock, loop,         machine.workers, machine.settings,
+                          machine.files, machine.http, machine.tcp,     machine.location};
+    const auto state = AppState::create(watched, config);
     pointAtStation(*state, station, options.rateHz);
 
     MainWindow window(state);
     window.resize(options.size);
     window.show();
-    Demo demo(state);
+    DemoFigures figures(application, loop, options.rateHz);
+    Demo demo(state, options.show);
+    demo.onReady = [&figures] { figures.begin(); };
     demo.start(desktop.loop);
+    QPixmap lastPicture;
     if (options.seconds) {
-        QTimer::singleShot(static_cast<int>(*options.seconds * 1000), &application,
-                           &QApplication::quit);
+        QTimer::singleShot(static_cast<int>(*options.seconds * 1000), &application, [&] {
+            lastPicture = picture(window);  // with a dialog that quitting would close
+            QApplication::quit();
+        });
     }
     QApplication::exec();
-    return finish(*state, demo, station, window, options);
+    if (lastPicture.isNull()) lastPicture = picture(window);
+    if (options.figures) fmt::print("{}", figures.report());
+    return finish(*state, demo, station, lastPicture, options);
 }
