@@ -1,5 +1,7 @@
 #include "ui/commands.h"
 
+#include "ui/timeline/timeline_gestures.h"
+
 namespace veloran {
 
 void startTrackingSelectedPass(AppState& state) {
@@ -9,6 +11,36 @@ void startTrackingSelectedPass(AppState& state) {
 
 void refreshPasses(AppState& state) {
     state.timelineStartTime = state.now();
+    state.computeAllPasses();
+}
+
+void zoomIn(AppState& state) {
+    state.timelineHoursVisible = zoomIn(state.timelineHoursVisible.get());
+}
+
+void zoomOut(AppState& state) {
+    state.timelineHoursVisible = zoomOut(state.timelineHoursVisible.get());
+}
+
+void scrollToNow(AppState& state) {
+    state.timelineStartTime = startAroundNow(state.now(), state.timelineHoursVisible);
+}
+
+void selectPass(AppState& state, SatellitePtr satellite, const PredictedPass& pass) {
+    const auto transmitter = state.preferredTransmitter(*satellite);
+    state.selectedPass = PassInfo{.satellite = satellite, .pass = pass, .transmitter = transmitter};
+    state.selectTransmitter(transmitter, satellite);
+}
+
+void deselectAll(AppState& state) {
+    auto ids = state.selectedSatelliteIds.get();
+    for (const SatellitePtr& satellite : state.satellites.get()) {
+        if (!satellite->isSelected) continue;
+        satellite->isSelected = false;
+        ids.erase(satellite->id);
+    }
+    state.selectedSatelliteIds = std::move(ids);
+    state.objectWillChange.send();
     state.computeAllPasses();
 }
 

@@ -12,4 +12,17 @@ void startTrackingSelectedPass(AppState& state);
 /// Starts the timeline at the present and searches the passes anew; downloads nothing.
 void refreshPasses(AppState& state);
 
+/// One hour less, or more, on the timeline: 2 to 48.
+void zoomIn(AppState& state);
+void zoomOut(AppState& state);
+/// Moves the timeline so that a quarter of it lies in the past.
+void scrollToNow(AppState& state);
+
+/// Makes this the selected pass, on the channel last worked on that satellite; starts nothing.
+void selectPass(AppState& state, SatellitePtr satellite, const PredictedPass& pass);
+
+/// Takes every known body out of the favourites. One computation of passes follows, not one for
+/// each body: with thousands of favourites that would not end.
+void deselectAll(AppState& state);
+
 }  // namespace veloran
