@@ -105,6 +105,9 @@ class AppState : public std::enable_shared_from_this<AppState> {
     Published<double> tleAge{objectWillChange};  ///< seconds, oldest cached group
     Published<bool> isLoadingTLEs{objectWillChange};
     Published<std::string> statusMessage{objectWillChange};
+    /// Share done of the newest search of passes, 0 to 1, in whole percents; absent when none is
+    /// under way or it is one of few bodies.
+    Published<std::optional<double>> passProgress{objectWillChange};
     Published<bool> showSettings{objectWillChange};
     Published<bool> showSatelliteList{objectWillChange};
     Published<double> minAutoTrackElevation{objectWillChange};  ///< degrees, persisted
@@ -125,6 +128,8 @@ class AppState : public std::enable_shared_from_this<AppState> {
     std::vector<SatellitePtr> selectedSatellites() const;
     std::vector<std::pair<SatellitePtr, PredictedPass>> allPassesSorted() const;
     void toggleSatellite(const SatellitePtr& satellite);
+    /// What toggling each in turn comes to, as one change with one search of passes.
+    void toggleSatellites(const std::vector<SatellitePtr>& list);
 
     // ---- The session (app_state_session.cpp).
     /// Takes copies: what is handed in may be the very fields that a running session gives up.
@@ -208,6 +213,7 @@ class AppState : public std::enable_shared_from_this<AppState> {
     struct PassRun;
     void storePasses(PassRun& run, std::size_t index, std::shared_ptr<const PassList> passes);
     void finishPasses(const PassRun& run);
+    void showProgress(const PassRun& run);
 
     void replaceTransmitters(std::int64_t id, std::vector<Transmitter> list);
     void loadTuning(const Satellite& satellite, const std::optional<Transmitter>& given);

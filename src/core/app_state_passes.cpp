@@ -14,6 +14,7 @@ namespace {
 constexpr double kHoursAhead = 24;
 constexpr double kLowestPeakDegrees = 2;  // what is listed; the queue has its own threshold
 constexpr double kStepSeconds = 30;
+constexpr std::size_t kManyBodies = 200;  // a search of fewer is over before one has read of it
 
 bool hasOrbit(const Satellite& body) {
     return body.bodyKind != BodyKind::sgp4 || body.satrec;
@@ -28,6 +29,7 @@ struct AppState::PassRun {
     std::uint64_t number = 0;
     std::vector<SatellitePtr> selected;
     std::size_t unfinished = 0;
+    std::size_t orbits = 0;
 };
 
 void AppState::computeAllPasses() {
@@ -37,7 +39,9 @@ void AppState::computeAllPasses() {
     run->unfinished =
         static_cast<std::size_t>(std::count_if(run->selected.begin(), run->selected.end(),
                                                [](const auto& body) { return hasOrbit(*body); }));
+    run->orbits = run->unfinished;
     statusMessage = statusComputing(run->selected.size());
+    showProgress(*run);
 
     if (run->unfinished == 0) {
         machine_.loop.post([weak = weak_from_this(), run] {
@@ -73,7 +77,19 @@ void AppState::storePasses(PassRun& run, std::size_t index,
         body.passRun = run.number;
         body.passes = std::move(passes);
     }
-    if (--run.unfinished == 0) finishPasses(run);
+    --run.unfinished;
+    showProgress(run);
+    if (run.unfinished == 0) finishPasses(run);
+}
+
+void AppState::showProgress(const PassRun& run) {
+    if (run.number != passRuns_) return;
+    std::optional<double> share;
+    if (run.orbits >= kManyBodies && run.unfinished > 0) {
+        const std::size_t percent = 100 * (run.orbits - run.unfinished) / run.orbits;
+        share = static_cast<double>(percent) / 100;
+    }
+    if (share != passProgress.get()) passProgress = share;
 }
 
 void AppState::finishPasses(const PassRun& run) {
@@ -109,12 +125,19 @@ std::vector<std::pair<SatellitePtr, PredictedPass>> AppState::allPassesSorted() 
 }
 
 void AppState::toggleSatellite(const SatellitePtr& satellite) {
-    satellite->isSelected = !satellite->isSelected.get();
+    toggleSatellites({satellite});
+}
+
+void AppState::toggleSatellites(const std::vector<SatellitePtr>& list) {
+    if (list.empty()) return;
     auto ids = selectedSatelliteIds.get();
-    if (satellite->isSelected) {
-        ids.insert(satellite->id);
-    } else {
-        ids.erase(satellite->id);
+    for (const auto& satellite : list) {
+        satellite->isSelected = !satellite->isSelected.get();
+        if (satellite->isSelected) {
+            ids.insert(satellite->id);
+        } else {
+            ids.erase(satellite->id);
+        }
     }
     selectedSatelliteIds = std::move(ids);
     objectWillChange.send();

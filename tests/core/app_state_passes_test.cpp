@@ -110,6 +110,52 @@ TEST_F(Passes, TogglingSelectsStoresAndComputes) {
     EXPECT_EQ(world.app->selectedSatelliteIds.get(), std::set<std::int64_t>{44909});
 }
 
+TEST_F(Passes, ManyTogglesAreOneChange) {
+    const std::vector<SatellitePtr> both{world.body(27607), world.body(44909)};
+    std::size_t told = 0;
+    const auto subscription = world.app->objectWillChange.subscribe([&told] { ++told; });
+    world.app->toggleSatellites(both);
+    EXPECT_EQ(told, 3u);  // the identifiers, the bodies, the status line
+    EXPECT_TRUE(world.body(27607)->isSelected);
+    EXPECT_FALSE(world.body(44909)->isSelected);
+    EXPECT_EQ(world.app->selectedSatelliteIds.get(), std::set<std::int64_t>{27607});
+    EXPECT_EQ(world.app->statusMessage.get(), "Computing passes for 1 satellites...");
+
+    world.app->toggleSatellites({});
+    EXPECT_EQ(told, 3u) << "nothing to toggle changes nothing";
+}
+
+TEST_F(Passes, LongSearchTellsItsProgress) {
+    std::vector<SatellitePtr> many;
+    for (std::int64_t id = 1; id <= 400; ++id) {
+        auto body = std::make_shared<Satellite>("Sun", id);
+        body->bodyKind = BodyKind::sun;
+        many.push_back(std::move(body));
+    }
+    world.app->satellites = many;
+    world.machine.workers.held = true;
+    world.app->toggleSatellites(many);
+    EXPECT_EQ(world.app->passProgress.get(), 0.0);
+
+    std::vector<double> shown;
+    const auto subscription = world.app->objectWillChange.subscribe([&] {
+        const auto& share = world.app->passProgress.get();
+        if (share && (shown.empty() || *share > shown.back())) shown.push_back(*share);
+    });
+    world.machine.workers.release();
+    world.machine.loop.runPosted();
+    EXPECT_EQ(shown.size(), 100u) << "one change a percent";
+    EXPECT_EQ(shown.back(), 0.99);
+    EXPECT_EQ(world.app->passProgress.get(), std::nullopt);
+}
+
+TEST_F(Passes, SearchOfFewBodiesTellsNoProgress) {
+    world.machine.workers.held = true;
+    world.app->computeAllPasses();
+    EXPECT_EQ(world.app->passProgress.get(), std::nullopt);
+    world.machine.workers.release();
+}
+
 TEST_F(Passes, AllPassesAreSortedByRise) {
     world.app->toggleSatellite(world.body(27607));
     world.machine.loop.runPosted();

@@ -1,10 +1,12 @@
 #include "demo/watched_application.h"
 
+#include <QThread>
 #include <chrono>
 
 namespace veloran {
 
 bool WatchedApplication::notify(QObject* receiver, QEvent* event) {
+    if (QThread::currentThread() != thread()) return Application::notify(receiver, event);
     const auto begun = std::chrono::steady_clock::now();
     ++depth_;
     const bool handled = Application::notify(receiver, event);

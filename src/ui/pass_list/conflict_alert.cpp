@@ -1,12 +1,20 @@
 #include "ui/pass_list/conflict_alert.h"
 
+#include <QGridLayout>
 #include <QMessageBox>
 #include <QPushButton>
 #include <utility>
 
 #include "ui/formats.h"
+#include "ui/symbol_icon.h"
 
 namespace veloran {
+
+namespace {
+
+constexpr int kLeastWidth = 440;
+
+}  // namespace
 
 ConflictAlert::ConflictAlert(std::shared_ptr<AppState> state, QWidget& parent)
     : state_(std::move(state)), parent_(parent) {}
@@ -18,9 +26,10 @@ void ConflictAlert::refresh() {
 }
 
 void ConflictAlert::open(const PassConflict& conflict) {
-    box_ = new QMessageBox(QMessageBox::Question, QObject::tr("Pass conflict"),
+    box_ = new QMessageBox(QMessageBox::NoIcon, QObject::tr("Pass conflict"),
                            QObject::tr("Pass conflict"), QMessageBox::NoButton, &parent_);
     box_->setObjectName("conflictAlert");
+    box_->setIconPixmap(applicationIcon().pixmap(48));
     box_->setInformativeText(QString::fromStdString(
         conflictMessage(conflict.incoming.satName, conflict.incoming.maxElevation,
                         conflict.existing.satName, conflict.existing.maxElevation)));
@@ -40,6 +49,11 @@ void ConflictAlert::open(const PassConflict& conflict) {
             state_->resolveConflictKeepExisting();
         }
     });
+    // A box as wide as its buttons would break the message into a narrow column.
+    if (auto* grid = qobject_cast<QGridLayout*>(box_->layout())) {
+        grid->addItem(new QSpacerItem(kLeastWidth, 0), grid->rowCount(), 0, 1, grid->columnCount());
+    }
+    box_->setStyleSheet("QLabel#qt_msgbox_label { font-weight: bold; }");
     box_->open();  // modal to its window; the program goes on
 }
 
