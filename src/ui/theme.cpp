@@ -73,6 +73,10 @@ void Theme::apply(bool dark) {
     QApplication::setFont(face(13));
 }
 
+bool Theme::isDark() {
+    return darkApplied;
+}
+
 QColor Theme::color(Ink ink, double opacity) {
     QColor color = QColor::fromRgb((darkApplied ? kDark : kLight)[static_cast<std::size_t>(ink)]);
     color.setAlphaF(static_cast<float>(opacity));

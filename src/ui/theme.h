@@ -17,6 +17,7 @@ class Theme {
     /// Gives the application its style, palette and font. May be called again at any time: what is
     /// on screen repaints itself.
     static void apply(bool dark);
+    static bool isDark();
 
     static QColor color(Ink ink, double opacity = 1);
     static QColor color(const Paint& paint, double opacity = 1);

@@ -11,6 +11,7 @@ namespace veloran {
 struct BaseMapColors {
     QRgb beyond;  ///< beside the world
     QRgb water, land, coast, border, graticule;
+    QRgb air;  ///< a thin rim about the globe
 
     bool operator==(const BaseMapColors&) const = default;
 };
