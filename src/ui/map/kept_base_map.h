@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QImage>
+#include <QPixmap>
+
+#include "ui/map/map_camera.h"
+
+namespace veloran {
+
+/// The picture of the world below the layers, drawn anew only when style, camera, size, scale or
+/// theme changes.
+class KeptBaseMap {
+  public:
+    struct View {
+        MapStyle style = MapStyle::standard;
+        MapCamera camera;
+        QSize size;
+        double scale = 1;  ///< device pixels a logical pixel
+        bool operator==(const View&) const = default;
+    };
+
+    /// A frame of a moving picture may be coarser when whole ones take too long.
+    const QPixmap& pixmap(const View& view, const QImage& earth, bool isMoving);
+    void invalidate() { kept_ = QPixmap(); }
+    int drawings() const { return drawings_; }
+
+  private:
+    static constexpr qint64 kSlowMilliseconds = 20;
+
+    QPixmap kept_;
+    View view_;
+    bool isCoarse_ = false;
+    int themeRevision_ = 0;
+    int drawings_ = 0;
+    qint64 fullMilliseconds_ = 0;  // what the last one at full scale took
+};
+
+}  // namespace veloran

@@ -1,0 +1,270 @@
+#include "ui/map/map_canvas.h"
+
+#include <QGestureEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QNativeGestureEvent>
+#include <QPainter>
+#include <QPinchGesture>
+#include <QWheelEvent>
+#include <cmath>
+
+#include "ui/map/map_gestures.h"
+#include "ui/map/map_projection.h"
+#include "ui/map/map_scene.h"
+#include "ui/scene/scene_painter.h"
+#include "ui/theme.h"
+
+namespace veloran {
+
+namespace {
+
+constexpr double kKeyZoom = 1.5;
+constexpr double kDoubleClickZoom = 2;
+constexpr double kKeyTurn = 15;        // degrees
+constexpr double kKeyPanShare = 0.15;  // of the view
+
+scene::Point pointOf(const QPointF& point) {
+    return {point.x(), point.y()};
+}
+
+}  // namespace
+
+MapCanvas::MapCanvas(std::function<Instant()> now, QWidget* parent)
+    : QWidget(parent), now_(std::move(now)) {
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    grabGesture(Qt::PinchGesture);
+    frames_.setInterval(16);
+    frames_.setTimerType(Qt::PreciseTimer);
+    connect(&frames_, &QTimer::timeout, this, &MapCanvas::advanceMotion);
+    settled_.setInterval(200);
+    settled_.setSingleShot(true);
+    connect(&settled_, &QTimer::timeout, this, [this] { update(); });
+}
+
+void MapCanvas::setMapStyle(MapStyle style) {
+    if (style == style_) return;
+    style_ = style;
+    drag_.reset();
+    cameraMoved();
+}
+
+void MapCanvas::setLayers(MapLayers layers) {
+    if (layers == layers_) return;
+    layers_ = std::move(layers);
+    scene_.reset();
+    update();
+}
+
+MapCamera MapCanvas::camera() const {
+    return clampedCamera(style_, camera_, size());
+}
+
+const scene::Scene& MapCanvas::scene() {
+    if (!scene_) scene_ = mapScene(layers_, *makeProjection(style_, camera(), size()));
+    return *scene_;
+}
+
+void MapCanvas::easeTo(const MapCamera& goal) {
+    drag_.reset();
+    motion_ = CameraMotion{.from = camera(), .to = goal, .start = now_()};
+    frames_.start();
+}
+
+void MapCanvas::advanceMotion() {
+    if (!motion_) return;
+    camera_ = motion_->at(now_());
+    if (motion_->isOver(now_())) {
+        motion_.reset();
+        frames_.stop();
+    }
+    cameraMoved();
+}
+
+void MapCanvas::finishMotion() {
+    if (!motion_) return;
+    camera_ = motion_->to;
+    motion_.reset();
+    frames_.stop();
+    cameraMoved();
+}
+
+void MapCanvas::moveTo(const MapCamera& camera) {
+    motion_.reset();
+    frames_.stop();
+    camera_ = camera;
+    cameraMoved();
+}
+
+void MapCanvas::cameraMoved() {
+    scene_.reset();
+    settled_.start();
+    update();
+}
+
+bool MapCanvas::isMoving() const {
+    return motion_ || settled_.isActive();
+}
+
+void MapCanvas::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    const QPixmap& world = base_.pixmap(
+        {.style = style_, .camera = camera(), .size = size(), .scale = devicePixelRatioF()},
+        QImage(), isMoving());
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(rect(), world);
+    ScenePainter(painter, Ink::window).draw(scene());
+    if (!isFocusMarked_) return;
+    painter.setPen(QPen(palette().highlight(), 4));  // half of it lies outside
+    painter.drawRect(rect());
+}
+
+void MapCanvas::resizeEvent(QResizeEvent*) {
+    scene_.reset();
+}
+
+void MapCanvas::panBy(double right, double down) {
+    const scene::Point middle{width() / 2.0, height() / 2.0};
+    moveTo(pannedCamera(style_, camera(), size(), middle, {middle.x + right, middle.y + down}));
+}
+
+void MapCanvas::zoomBy(double factor, scene::Point about) {
+    moveTo(zoomedAbout(style_, camera(), size(), about, factor));
+    if (drag_) drag_ = Drag{drag_->turns, pointer_, camera()};
+}
+
+void MapCanvas::turnBy(double clockwiseDegrees) {
+    moveTo(rotated(style_, camera(), size(), clockwiseDegrees));
+    if (drag_) drag_ = Drag{drag_->turns, pointer_, camera()};
+}
+
+void MapCanvas::mousePressEvent(QMouseEvent* event) {
+    const bool turns =
+        event->button() == Qt::RightButton ||
+        (event->button() == Qt::LeftButton && event->modifiers() & Qt::ShiftModifier);
+    if (drag_ || (!turns && event->button() != Qt::LeftButton)) return;
+    moveTo(camera());  // takes hold of a moving map
+    pointer_ = pointOf(event->position());
+    drag_ = Drag{turns, pointer_, camera()};
+    if (!turns) setCursor(Qt::ClosedHandCursor);
+}
+
+void MapCanvas::mouseMoveEvent(QMouseEvent* event) {
+    pointer_ = pointOf(event->position());
+    if (!drag_) return;
+    if (drag_->turns) {
+        moveTo(
+            rotated(style_, drag_->camera, size(), turnAboutMiddle(size(), drag_->from, pointer_)));
+    } else {
+        moveTo(pannedCamera(style_, drag_->camera, size(), drag_->from, pointer_));
+    }
+}
+
+void MapCanvas::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->buttons() & (Qt::LeftButton | Qt::RightButton)) return;
+    drag_.reset();
+    unsetCursor();
+}
+
+void MapCanvas::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) return;
+    zoomBy(kDoubleClickZoom, pointOf(event->position()));
+}
+
+void MapCanvas::wheelEvent(QWheelEvent* event) {
+    pointer_ = pointOf(event->position());
+    const double factor = wheelZoomFactor(event->pixelDelta(), event->angleDelta());
+    if (factor != 1) zoomBy(factor, pointer_);
+    event->accept();
+}
+
+void MapCanvas::keyPressEvent(QKeyEvent* event) {
+    const double across = kKeyPanShare * width();
+    const double up = kKeyPanShare * height();
+    const scene::Point middle{width() / 2.0, height() / 2.0};
+    switch (event->key()) {
+        case Qt::Key_Left:
+            return panBy(across, 0);
+        case Qt::Key_Right:
+            return panBy(-across, 0);
+        case Qt::Key_Up:
+            return panBy(0, up);
+        case Qt::Key_Down:
+            return panBy(0, -up);
+        case Qt::Key_Plus:
+        case Qt::Key_Equal:
+            return zoomBy(kKeyZoom, middle);
+        case Qt::Key_Minus:
+            return zoomBy(1 / kKeyZoom, middle);
+        case Qt::Key_BracketLeft:
+            return turnBy(-kKeyTurn);
+        case Qt::Key_BracketRight:
+            return turnBy(kKeyTurn);
+        case Qt::Key_Home:
+        case Qt::Key_0:
+            return emit fitRequested();
+        default:
+            QWidget::keyPressEvent(event);
+    }
+}
+
+bool MapCanvas::event(QEvent* event) {
+    if (event->type() == QEvent::NativeGesture &&
+        nativeGesture(*static_cast<QNativeGestureEvent*>(event))) {
+        return true;
+    }
+    if (event->type() == QEvent::Gesture) {
+        if (QGesture* pinch = static_cast<QGestureEvent*>(event)->gesture(Qt::PinchGesture)) {
+            pinched(*static_cast<QPinchGesture*>(pinch));
+            return true;
+        }
+    }
+    return QWidget::event(event);
+}
+
+bool MapCanvas::nativeGesture(const QNativeGestureEvent& event) {
+    switch (event.gestureType()) {
+        case Qt::ZoomNativeGesture:
+            zoomBy(1 + event.value(), pointOf(event.position()));
+            return true;
+        case Qt::RotateNativeGesture:
+            turnBy(event.value());
+            return true;
+        case Qt::SmartZoomNativeGesture:
+            zoomBy(kDoubleClickZoom, pointOf(event.position()));
+            return true;
+        default:
+            return false;
+    }
+}
+
+void MapCanvas::pinched(const QPinchGesture& pinch) {
+    const QPointF about = mapFromGlobal(pinch.centerPoint());
+    const QPointF before = mapFromGlobal(pinch.lastCenterPoint());
+    if (pinch.changeFlags() & QPinchGesture::CenterPointChanged) {
+        moveTo(pannedCamera(style_, camera(), size(), pointOf(before), pointOf(about)));
+    }
+    if (pinch.changeFlags() & QPinchGesture::ScaleFactorChanged) {
+        zoomBy(pinch.scaleFactor(), pointOf(about));
+    }
+    if (pinch.changeFlags() & QPinchGesture::RotationAngleChanged) {
+        turnBy(pinch.rotationAngle() - pinch.lastRotationAngle());
+    }
+}
+
+void MapCanvas::focusInEvent(QFocusEvent* event) {
+    const auto reason = event->reason();
+    markFocus(reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason);
+}
+
+void MapCanvas::focusOutEvent(QFocusEvent*) {
+    markFocus(false);
+}
+
+void MapCanvas::markFocus(bool isMarked) {
+    isFocusMarked_ = isMarked;
+    update();
+}
+
+}  // namespace veloran

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <QTimer>
+#include <QWidget>
+#include <functional>
+#include <optional>
+
+#include "base/instant.h"
+#include "ui/map/camera_motion.h"
+#include "ui/map/kept_base_map.h"
+#include "ui/map/map_layers.h"
+
+class QNativeGestureEvent;
+class QPinchGesture;
+
+namespace veloran {
+
+/// The map itself: shows layers over the world from a camera that the user moves by mouse, wheel,
+/// touch and keyboard.
+class MapCanvas : public QWidget {
+    Q_OBJECT
+  public:
+    explicit MapCanvas(std::function<Instant()> now, QWidget* parent = nullptr);
+
+    void setMapStyle(MapStyle style);
+    void setLayers(MapLayers layers);
+    /// Moves the camera there in CameraMotion::kSeconds, unless the user takes hold of it.
+    void easeTo(const MapCamera& camera);
+    /// Ends a motion at its goal.
+    void finishMotion();
+
+    /// What is shown: within what the style allows for this size.
+    MapCamera camera() const;
+    bool isEasing() const { return motion_.has_value(); }
+    const MapLayers& layers() const { return layers_; }
+    const scene::Scene& scene();
+    int baseMapDrawings() const { return base_.drawings(); }
+
+  public slots:
+    /// The next frame of a motion.
+    void advanceMotion();
+
+  signals:
+    /// Home or 0.
+    void fitRequested();
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    bool event(QEvent* event) override;
+
+  private:
+    /// From where the button went down.
+    struct Drag {
+        bool turns;
+        scene::Point from;
+        MapCamera camera;
+    };
+
+    bool isMoving() const;
+    void moveTo(const MapCamera& camera);
+    void cameraMoved();
+    void zoomBy(double factor, scene::Point about);
+    void turnBy(double clockwiseDegrees);
+    void panBy(double right, double down);
+    bool nativeGesture(const QNativeGestureEvent& event);
+    void pinched(const QPinchGesture& pinch);
+    void markFocus(bool isMarked);
+
+    std::function<Instant()> now_;
+    MapStyle style_ = MapStyle::standard;
+    MapCamera camera_ = {.center = {0, -84}};  // until the first fit
+    std::optional<CameraMotion> motion_;
+    std::optional<Drag> drag_;
+    scene::Point pointer_;
+    MapLayers layers_;
+    std::optional<scene::Scene> scene_;
+    KeptBaseMap base_;
+    QTimer frames_;
+    QTimer settled_;
+    bool isFocusMarked_ = false;
+};
+
+}  // namespace veloran

@@ -1,0 +1,77 @@
+#include "ui/map/map_scene.h"
+
+#include <QFontMetricsF>
+#include <cmath>
+
+#include "ui/theme.h"
+
+namespace veloran {
+
+namespace {
+
+constexpr double kSiteRadius = 10;
+constexpr double kSiteSymbol = 10;
+constexpr double kSatelliteRadius = 8;
+constexpr double kSatelliteSymbol = 9;
+constexpr double kTagGap = 2;
+constexpr RgbColor kWhite = {1, 1, 1};
+
+/// The name of a place, its plate above or below the place.
+scene::Tag nameTag(const scene::Point& at, const std::string& name, double away) {
+    constexpr int kPixels = 9;
+    constexpr double kVerticalPadding = 1;
+    const double half =
+        QFontMetricsF(Theme::face(kPixels, QFont::DemiBold)).height() / 2 + kVerticalPadding;
+    return {.center = {at.x, at.y + away + std::copysign(kTagGap + half, away)},
+            .text = name,
+            .pixels = kPixels,
+            .weight = QFont::DemiBold,
+            .horizontalPadding = 4,
+            .verticalPadding = kVerticalPadding,
+            .cornerRadius = 3};
+}
+
+class Projected {
+  public:
+    explicit Projected(const MapProjection& projection) : projection_(projection) {}
+    scene::Scene take() { return std::move(scene_); }
+
+    void operator()(const MapArea& area) {
+        for (ScreenLine& part : projection_.area(area.ring)) {
+            scene_.push_back(scene::Polygon{std::move(part), area.fill});
+        }
+    }
+    void operator()(const MapLine& line) {
+        for (ScreenLine& piece : projection_.line(line.points)) {
+            scene_.push_back(scene::Polyline{std::move(piece), line.stroke});
+        }
+    }
+    void operator()(const MapSite& site) {
+        for (const scene::Point& at : projection_.toScreen(site.at)) {
+            scene_.push_back(scene::Disc{at, kSiteRadius, {site.paint, 0.3}});
+            scene_.push_back(scene::Icon{at, kSiteSymbol, site.symbol, site.paint});
+            if (!site.label.empty()) scene_.push_back(nameTag(at, site.label, kSiteRadius));
+        }
+    }
+    void operator()(const MapSatellite& satellite) {
+        for (const scene::Point& at : projection_.toScreen(satellite.at)) {
+            scene_.push_back(nameTag(at, satellite.name, -kSatelliteRadius));
+            scene_.push_back(scene::Disc{at, kSatelliteRadius, {satellite.paint}});
+            scene_.push_back(scene::Icon{at, kSatelliteSymbol, Symbol::satellite, kWhite});
+        }
+    }
+
+  private:
+    const MapProjection& projection_;
+    scene::Scene scene_;
+};
+
+}  // namespace
+
+scene::Scene mapScene(const MapLayers& layers, const MapProjection& projection) {
+    Projected projected(projection);
+    for (const MapLayer& layer : layers) std::visit(projected, layer);
+    return projected.take();
+}
+
+}  // namespace veloran

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "core/pass_info.h"
+#include "orbit/ground_geometry.h"
+
+namespace veloran {
+
+/// The ground track of the selected pass and what its footprint sweeps, computed once a pass.
+struct PassTrackCache {
+    /// The key: a pass that rises at the same time as the cached one counts as the same.
+    std::optional<Instant> cachedTrackPassRise;
+    std::vector<SubSatellitePoint> cachedTrack;
+    /// Cut at the antimeridian, for a flat map: areas and the outline.
+    std::vector<GeoRing> cachedCoverageFills;
+    std::vector<GeoRing> cachedCoverageArcs;
+    /// The same areas uncut, each smaller than a hemisphere.
+    std::vector<GeoRing> coverageRings;
+
+    void recomputePassCache(const std::optional<PassInfo>& selectedPass);
+};
+
+/// A new line wherever the longitude jumps by more than 180 degrees.
+std::vector<GeoRing> splitAtAntimeridian(const std::vector<SubSatellitePoint>& points);
+
+std::vector<GeoRing> passTrackSegments(const PassTrackCache& cache);
+/// The track from `now` - hours to `now` + hours, at most 400 steps of at least 15 seconds.
+std::vector<GeoRing> extendedTrackSegments(const Satellite& satellite, Instant now,
+                                           double hoursEachSide);
+
+/// Whether a ring has a pole inside: its longitudes then go once round the Earth.
+bool isRoundPole(const GeoRing& ring);
+
+}  // namespace veloran
