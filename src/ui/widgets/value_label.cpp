@@ -60,6 +60,14 @@ void ValueLabel::setText(const QString& text) {
     update();
 }
 
+void ValueLabel::setTextStyle(const TextStyle& style) {
+    if (style == style_) return;
+    style_ = style;
+    textWidth_ = widthOf(text_);
+    updateGeometry();
+    update();
+}
+
 void ValueLabel::reserve(const QString& sample) {
     reserved_ = widthOf(sample);
     updateGeometry();

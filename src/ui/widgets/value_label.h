@@ -17,6 +17,7 @@ struct TextStyle {
     Ink ink = Ink::primary;
     double opacity = 1;
     bool mono = true;
+    bool operator==(const TextStyle&) const = default;
 };
 
 /// One line of text that may change many times a second: an equal text costs nothing, another one
@@ -34,6 +35,7 @@ class ValueLabel : public QWidget {
     const QString& text() const { return text_; }
     void setText(const QString& text);
     void setText(std::string_view utf8) { setText(qText(utf8)); }
+    void setTextStyle(const TextStyle& style);
 
     /// Keeps room for `sample` at least.
     void reserve(const QString& sample);
