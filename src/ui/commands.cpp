@@ -33,15 +33,7 @@ void selectPass(AppState& state, SatellitePtr satellite, const PredictedPass& pa
 }
 
 void deselectAll(AppState& state) {
-    auto ids = state.selectedSatelliteIds.get();
-    for (const SatellitePtr& satellite : state.satellites.get()) {
-        if (!satellite->isSelected) continue;
-        satellite->isSelected = false;
-        ids.erase(satellite->id);
-    }
-    state.selectedSatelliteIds = std::move(ids);
-    state.objectWillChange.send();
-    state.computeAllPasses();
+    state.toggleSatellites(state.selectedSatellites());
 }
 
 }  // namespace veloran

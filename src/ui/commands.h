@@ -21,8 +21,7 @@ void scrollToNow(AppState& state);
 /// Makes this the selected pass, on the channel last worked on that satellite; starts nothing.
 void selectPass(AppState& state, SatellitePtr satellite, const PredictedPass& pass);
 
-/// Takes every known body out of the favourites. One computation of passes follows, not one for
-/// each body: with thousands of favourites that would not end.
+/// Takes every known body out of the favourites.
 void deselectAll(AppState& state);
 
 }  // namespace veloran

@@ -1,0 +1,147 @@
+#include "ui/timeline/favorite_row_delegate.h"
+
+#include <QAbstractItemView>
+#include <QFontMetrics>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
+#include <algorithm>
+
+#include "ui/q_text.h"
+#include "ui/symbol_icon.h"
+#include "ui/theme.h"
+#include "ui/timeline/favorites_model.h"
+#include "ui/widgets/fitted_text.h"
+
+namespace veloran {
+
+namespace {
+
+constexpr int kHorizontalPadding = 8;
+constexpr int kVerticalPadding = 3;
+constexpr int kSpacing = 6;
+constexpr int kDot = 8;
+constexpr int kRemove = 15;
+constexpr int kArrow = 11;
+constexpr int kSmallestPixels = 9;
+
+constexpr int kSourcesWidth = 180;
+constexpr int kLeastSourcesWidth = 60;
+constexpr int kAgeWidth = 54;
+constexpr int kPassesWidth = 48;
+constexpr int kChannelWidth = 150;
+constexpr int kLeastNameWidth = 110;
+
+QFont nameFont() {
+    return Theme::mono(15, QFont::DemiBold);
+}
+
+/// The text, made to fit its column, on the middle line.
+void drawText(QPainter& painter, const QRect& area, const std::string& text, const QFont& font,
+              const Tint& tint, Qt::Alignment side) {
+    if (text.empty() || area.width() <= 0) return;
+    const FittedText fitted =
+        fittedText(font, qText(text), area.width(), kSmallestPixels, Qt::ElideRight);
+    painter.setFont(fitted.font);
+    painter.setPen(Theme::text(tint, Theme::color(Ink::window)));
+    painter.drawText(area, static_cast<int>(side | Qt::AlignVCenter) | Qt::TextSingleLine,
+                     fitted.text);
+}
+
+QRect middle(const QRect& area, int size) {
+    return {area.left(), area.center().y() - size / 2, size, size};
+}
+
+void drawPasses(QPainter& painter, const QRect& area, const std::string& count) {
+    if (count.empty()) return;
+    const QFont font = Theme::mono(14);
+    drawText(painter, area, count, font, {Ink::green}, Qt::AlignRight);
+    const int textLeft =
+        area.right() + 1 - QFontMetrics(font).horizontalAdvance(qText(count)) - kArrow - 2;
+    paintSymbol(painter, middle(area.translated(textLeft - area.left(), 0), kArrow),
+                Symbol::arrowUpRight, Theme::color(Ink::green));
+}
+
+}  // namespace
+
+FavoriteColumns favoriteColumns(const QRect& row) {
+    const QRect content = row.adjusted(kHorizontalPadding, 0, -kHorizontalPadding, 0);
+    int right = content.right() + 1;
+    const auto takeRight = [&](int width) {
+        right -= width;
+        const QRect column(right, row.top(), width, row.height());
+        right -= kSpacing;
+        return column;
+    };
+    FavoriteColumns columns;
+    columns.remove = takeRight(kRemove);
+    columns.channel = takeRight(kChannelWidth);
+    columns.passes = takeRight(kPassesWidth);
+    columns.age = takeRight(kAgeWidth);
+    columns.dot = {content.left(), row.top(), kDot, row.height()};
+    const int left = content.left() + kDot + kSpacing;
+    const int room = std::min(kSourcesWidth, right - left - kLeastNameWidth - kSpacing);
+    if (room >= kLeastSourcesWidth) columns.sources = takeRight(room);
+    columns.name = {left, row.top(), std::max(0, right - left), row.height()};
+    return columns;
+}
+
+int FavoriteRowDelegate::rowHeight() {
+    return QFontMetrics(nameFont()).height() + 2 * kVerticalPadding;
+}
+
+QSize FavoriteRowDelegate::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const {
+    return {0, rowHeight()};
+}
+
+void FavoriteRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                                const QModelIndex& index) const {
+    const FavoriteLook look = model_.look(index.row());
+    const FavoriteColumns columns = favoriteColumns(option.rect);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(Theme::color(look.color));
+    painter->drawEllipse(middle(columns.dot, kDot));
+    drawText(*painter, columns.name, look.name, nameFont(), {Ink::primary}, Qt::AlignLeft);
+    drawText(*painter, columns.sources, look.sources, Theme::mono(12), {Ink::secondary, 0.7},
+             Qt::AlignLeft);
+    drawText(*painter, columns.age, look.age, Theme::mono(14), look.ageInk, Qt::AlignRight);
+    drawPasses(*painter, columns.passes, look.passes);
+    drawText(*painter, columns.channel, look.channel, Theme::mono(14), {Ink::cyan}, Qt::AlignRight);
+    paintSymbol(*painter, middle(columns.remove, kRemove), Symbol::crossDisc,
+                Theme::color(Ink::red, 0.7));
+    if (option.state & QStyle::State_HasFocus) {
+        painter->setBrush(Qt::NoBrush);
+        painter->setPen(QPen(Theme::color(Ink::blue), 1.5));
+        painter->drawRoundedRect(QRectF(option.rect).adjusted(1, 1, -1, -1), 3, 3);
+    }
+    painter->restore();
+}
+
+QString FavoriteRowDelegate::helpAt(const QPoint& at, const QRect& rowArea, int row) const {
+    const FavoriteColumns columns = favoriteColumns(rowArea);
+    const FavoriteLook look = model_.look(row);
+    if (columns.sources.contains(at)) return qText(look.sourcesHelp);
+    if (columns.age.contains(at)) return tr("TLE epoch age");
+    if (columns.passes.contains(at)) return qText(look.passesHelp);
+    if (columns.remove.contains(at)) return tr("Remove from favorites");
+    const bool nameIsCut =
+        QFontMetrics(nameFont()).horizontalAdvance(qText(look.name)) > columns.name.width();
+    if (columns.name.contains(at) && nameIsCut) return qText(look.name);
+    return {};
+}
+
+bool FavoriteRowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
+                                    const QStyleOptionViewItem& option, const QModelIndex& index) {
+    if (event->type() != QEvent::ToolTip || !index.isValid()) {
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    }
+    // Names come from outside: their markup is not obeyed, and no text hides what is there.
+    const QString help = helpAt(event->pos(), option.rect, index.row());
+    QToolTip::showText(event->globalPos(),
+                       help.isEmpty() ? QString() : "<p>" + help.toHtmlEscaped() + "</p>", view);
+    return true;
+}
+
+}  // namespace veloran
