@@ -55,6 +55,16 @@ double GlobeProjection::limbRadius() const {
     return focalLength_ * limbTangent(eyeDistance_);
 }
 
+double GlobeProjection::pixelsPerDegree() const {
+    return focalLength_ / (eyeDistance_ - 1) * kRadians;
+}
+
+SphereCap GlobeProjection::sight() const {
+    const auto corner = toGeo({0, 0});  // as far from the middle as any point of the view
+    return {frame_.toEye, corner ? std::acos(std::min(dot(unitVector(*corner), frame_.toEye), 1.0))
+                                 : std::acos(limb())};
+}
+
 double GlobeProjection::distanceForWidth(double degrees, QSizeF size) {
     const double half = degrees / 2 * kRadians;
     const double eye = std::cos(half) + focalLengthFor(size) * std::sin(half) * 2 / size.width();

@@ -32,6 +32,9 @@ class GlobeProjection final : public MapProjection {
     const Frame& frame() const { return frame_; }
     double eyeDistance() const { return eyeDistance_; }  ///< from the middle of the Earth, above 1
     double focalLength() const { return focalLength_; }  ///< pixels
+    double pixelsPerDegree() const;                      ///< in the middle of the view
+    /// The part of the Earth that the view shows.
+    SphereCap sight() const;
 
     /// The height in metres from which so many degrees of the ground fill the width of a view.
     static double distanceForWidth(double degrees, QSizeF size);

@@ -1,5 +1,6 @@
 #include "ui/map/sphere.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -36,6 +37,22 @@ SphereLine unitVectors(const GeoRing& points) {
 GeoPoint geoPoint(const Vec3& direction) {
     return {std::atan2(direction.z, std::hypot(direction.x, direction.y)) / kRadians,
             std::atan2(direction.y, direction.x) / kRadians};
+}
+
+SphereCap capAround(const SphereLine& points) {
+    Vec3 sum;
+    for (const Vec3& point : points) sum = {sum.x + point.x, sum.y + point.y, sum.z + point.z};
+    const double length = std::sqrt(dot(sum, sum));
+    if (!(length > 0)) return {{0, 0, 1}, std::numbers::pi};
+    const Vec3 middle = {sum.x / length, sum.y / length, sum.z / length};
+    double nearest = 1;
+    for (const Vec3& point : points) nearest = std::min(nearest, dot(point, middle));
+    return {middle, std::acos(std::max(nearest, -1.0))};
+}
+
+bool doMeet(const SphereCap& a, const SphereCap& b) {
+    const double reach = a.radius + b.radius;
+    return reach >= std::numbers::pi || dot(a.middle, b.middle) >= std::cos(reach);
 }
 
 double areaAboutAxis(const SphereLine& ring) {

@@ -47,26 +47,27 @@ class Reader {
         return broken_ ? 0 : static_cast<std::size_t>(value);
     }
 
-    GeoRing line(std::size_t leastPoints) {
-        GeoRing points(count(2));
+    GeoRing points(std::size_t leastPoints) {
+        GeoRing result(count(2));
         std::int64_t lon = 0;
         std::int64_t lat = 0;
-        for (GeoPoint& point : points) {
+        for (GeoPoint& point : result) {
             lon += signedNumber();
             lat += signedNumber();
             if (std::abs(lon) > 180 * kUnit || std::abs(lat) > 90 * kUnit) broken_ = true;
             if (broken_) return {};
             point = {static_cast<double>(lat) / kUnit, static_cast<double>(lon) / kUnit};
         }
-        if (points.size() < leastPoints) broken_ = true;
-        return points;
+        if (result.size() < leastPoints) broken_ = true;
+        return result;
     }
 
-    std::vector<GeoRing> lines(std::size_t leastPoints) {
-        std::vector<GeoRing> result(count(1 + 2 * leastPoints));
-        for (GeoRing& points : result) {
-            points = line(leastPoints);
+    std::vector<WorldLine> lines(std::size_t leastPoints) {
+        std::vector<WorldLine> result(count(1 + 2 * leastPoints));
+        for (WorldLine& line : result) {
+            line.points = points(leastPoints);
             if (broken_) return {};
+            line.cap = capAround(unitVectors(line.points));
         }
         return result;
     }
@@ -81,17 +82,18 @@ bool isOnDateLine(GeoPoint point) {
 }
 
 /// The outline of a ring in pieces, without the edges along the date line.
-void appendCoasts(const GeoRing& ring, std::vector<GeoRing>& coasts) {
+void appendCoasts(const WorldLine& land, std::vector<WorldLine>& coasts) {
+    const GeoRing& ring = land.points;
     GeoRing piece = {ring.front()};
     for (std::size_t i = 0; i < ring.size(); ++i) {
         const GeoPoint next = ring[(i + 1) % ring.size()];
         if (isOnDateLine(ring[i]) && isOnDateLine(next)) {
-            if (piece.size() > 1) coasts.push_back(piece);
+            if (piece.size() > 1) coasts.push_back({piece, land.cap});
             piece.clear();
         }
         piece.push_back(next);
     }
-    if (piece.size() > 1) coasts.push_back(piece);
+    if (piece.size() > 1) coasts.push_back({piece, land.cap});
 }
 
 }  // namespace
@@ -117,7 +119,7 @@ WorldMap decodedWorldMap(QByteArrayView bytes) {
         level.land = reader.lines(3);
         level.borders = reader.lines(2);
         if (reader.isBroken()) return {};
-        for (const GeoRing& ring : level.land) appendCoasts(ring, level.coasts);
+        for (const WorldLine& ring : level.land) appendCoasts(ring, level.coasts);
     }
     return reader.isAtEnd() && !reader.isBroken() ? map : WorldMap{};
 }

@@ -4,15 +4,23 @@
 #include <vector>
 
 #include "orbit/ground_geometry.h"
+#include "ui/map/sphere.h"
 
 namespace veloran {
+
+/// A coastline or border, and where on the globe it lies.
+struct WorldLine {
+    GeoRing points;
+    SphereCap cap;
+};
 
 /// Coastlines and borders at one level of detail.
 struct WorldLevel {
     double tolerance = 0;         ///< degrees that a line may be off
-    std::vector<GeoRing> land;    ///< closed by themselves; a ring inside another is a lake
-    std::vector<GeoRing> coasts;  ///< the outlines of the land as lines, without the source's cuts
-    std::vector<GeoRing> borders;
+    std::vector<WorldLine> land;  ///< closed by themselves; a ring inside another is a lake
+    std::vector<WorldLine>
+        coasts;  ///< the outlines of the land as lines, without the source's cuts
+    std::vector<WorldLine> borders;
 };
 
 /// The land of the Earth: Natural Earth at 1:50 million, made by tools/make_world_map, which tells
