@@ -23,7 +23,7 @@ constexpr int kSpacing = 6;
 constexpr int kDot = 8;
 constexpr int kRemove = 15;
 constexpr int kArrow = 11;
-constexpr int kSmallestPixels = 9;
+constexpr int kSmallestPixels = 12;
 
 constexpr int kSourcesWidth = 180;
 constexpr int kLeastSourcesWidth = 60;

@@ -145,9 +145,7 @@ int FavoritesList::headerHeight() const {
 
 int FavoritesList::contentHeight() const {
     if (state_->selectedSatelliteIds->empty()) return hint_->sizeHint().height();
-    constexpr int kManyRows = 1000;
-    return std::min(kGreatestRowsHeight,
-                    std::min(kManyRows, model_->rowCount()) * FavoriteRowDelegate::rowHeight());
+    return std::min(kGreatestRowsHeight, model_->rowCount() * FavoriteRowDelegate::rowHeight());
 }
 
 int FavoritesList::leastContentHeight() const {

@@ -128,6 +128,8 @@ void TimelineCanvas::paintEvent(QPaintEvent*) {
     if (const auto marked = showsKeyboard ? markedRow() : std::nullopt) {
         scene.draw(keyboardMarkScene(timeline, byElevation_[*marked].pass()));
     }
+    // Arches shine through, yet leave the figures legible.
+    painter.fillRect(0, 0, kScaleWidth, plotHeight, Theme::color(Ink::control, 0.7));
     scale_.draw(painter, {kScaleWidth, plotHeight},
                 [&] { return elevationScaleScene(timeline.height); });
     if (!showsKeyboard) return;
@@ -184,6 +186,7 @@ void TimelineCanvas::pinch(QGestureEvent& event) {
 void TimelineCanvas::setMagnification(const std::optional<double>& magnification) {
     if (!magnification) return;
     drag_.cancel();  // by the first of the two fingers
+    dragStart_.reset();
     state_->timelineHoursVisible = pinchHours(*magnification);
 }
 
