@@ -1,7 +1,5 @@
 #include "ui/map/kept_base_map.h"
 
-#include <algorithm>
-
 #include "ui/map/base_map.h"
 #include "ui/theme.h"
 
@@ -12,11 +10,18 @@ const QPixmap& KeptBaseMap::pixmap(const View& view, const QImage& earth, bool i
     if (isKept && (isMoving || !isCoarse_)) return kept_;
 
     isCoarse_ = isMoving && fullMilliseconds_ > kSlowMilliseconds;
-    const double scale = isCoarse_ ? std::max(view.scale / 2, 0.5) : view.scale;
+    QSize size = view.size;
+    double scale = view.scale;
+    if (isCoarse_ && scale > 1) {
+        scale = 1;
+    } else if (isCoarse_) {
+        size = (size / 2).expandedTo(QSize(1, 1));  // a camera shows the same at every size
+    }
     QElapsedTimer taken;
     taken.start();
-    QImage picture = baseMap(view.style, view.camera, view.size, scale, earth, baseMapColors());
+    QImage picture = baseMap(view.style, view.camera, size, scale, earth, baseMapColors());
     if (!isCoarse_) fullMilliseconds_ = taken.elapsed();
+    picture.setDevicePixelRatio(1);  // drawn into the view's rectangle, whatever its scale
     kept_ = QPixmap::fromImage(std::move(picture));
     view_ = view;
     themeRevision_ = Theme::revision();

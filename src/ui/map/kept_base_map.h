@@ -26,7 +26,7 @@ class KeptBaseMap {
     int drawings() const { return drawings_; }
 
   private:
-    static constexpr qint64 kSlowMilliseconds = 20;
+    static constexpr qint64 kSlowMilliseconds = 30;
 
     QPixmap kept_;
     View view_;

@@ -41,11 +41,16 @@ MapCanvas::MapCanvas(std::function<Instant()> now, QWidget* parent)
     settled_.setInterval(200);
     settled_.setSingleShot(true);
     connect(&settled_, &QTimer::timeout, this, [this] { update(); });
+    connect(&earth_, &EarthPicture::loaded, this, [this] {
+        base_.invalidate();
+        update();
+    });
 }
 
 void MapCanvas::setMapStyle(MapStyle style) {
     if (style == style_) return;
     style_ = style;
+    if (!isFlat(style)) earth_.load();
     drag_.reset();
     cameraMoved();
 }
@@ -111,7 +116,7 @@ void MapCanvas::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const QPixmap& world = base_.pixmap(
         {.style = style_, .camera = camera(), .size = size(), .scale = devicePixelRatioF()},
-        QImage(), isMoving());
+        earth_.image(), isMoving());
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawPixmap(rect(), world);
     ScenePainter(painter, Ink::window).draw(scene());

@@ -7,6 +7,7 @@
 
 #include "base/instant.h"
 #include "ui/map/camera_motion.h"
+#include "ui/map/earth_picture.h"
 #include "ui/map/kept_base_map.h"
 #include "ui/map/map_layers.h"
 
@@ -83,6 +84,7 @@ class MapCanvas : public QWidget {
     scene::Point pointer_;
     MapLayers layers_;
     std::optional<scene::Scene> scene_;
+    EarthPicture earth_;
     KeptBaseMap base_;
     QTimer frames_;
     QTimer settled_;

@@ -52,6 +52,10 @@ MapControls::MapControls(SettingsStore& settings, QWidget* parent)
     column->addWidget(makeStylePicker(), 0, Qt::AlignRight);
 }
 
+void MapControls::resizeEvent(QResizeEvent*) {
+    setMask(childrenRegion());  // between the controls the pointer reaches the map
+}
+
 QWidget* MapControls::makeTrackControl() {
     auto* plate = new Plate;
     plate->setObjectName("trackControl");

@@ -25,6 +25,9 @@ class MapControls : public QWidget {
     void mapStyleChanged();
     void extendedTrackHoursChanged();
 
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
   private:
     QWidget* makeTrackControl();
     SegmentedPicker* makeStylePicker();

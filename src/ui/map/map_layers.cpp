@@ -39,6 +39,7 @@ class Layers {
         if (!isOnEarth(site.at)) return;
         MapSite shown = site;
         shown.at.lon = withinHalfTurn(shown.at.lon, 360);
+        shown.onPicture = !isFlat(style_);
         layers_.push_back(std::move(shown));
     }
 

@@ -32,6 +32,7 @@ struct MapSite {
     std::string label;
     Symbol symbol;
     Paint paint;
+    bool onPicture = false;  ///< whose colours do not follow the theme: it then needs a plate
     bool operator==(const MapSite&) const = default;
 };
 

@@ -31,6 +31,12 @@ scene::Tag nameTag(const scene::Point& at, const std::string& name, double away)
             .cornerRadius = 3};
 }
 
+/// A white line on the bright ground of the light theme shows by its dark edges.
+scene::Polyline shadow(const ScreenLine& piece, const scene::Stroke& stroke) {
+    constexpr RgbColor kBlack = {0, 0, 0};
+    return {piece, {kBlack, 0.3, stroke.width + 1, stroke.dash, stroke.gap}};
+}
+
 class Projected {
   public:
     explicit Projected(const MapProjection& projection) : projection_(projection) {}
@@ -43,11 +49,13 @@ class Projected {
     }
     void operator()(const MapLine& line) {
         for (ScreenLine& piece : projection_.line(line.points)) {
+            if (line.stroke.paint == Paint(kWhite)) scene_.push_back(shadow(piece, line.stroke));
             scene_.push_back(scene::Polyline{std::move(piece), line.stroke});
         }
     }
     void operator()(const MapSite& site) {
         for (const scene::Point& at : projection_.toScreen(site.at)) {
+            if (site.onPicture) scene_.push_back(scene::Disc{at, kSiteRadius, {Ink::window, 0.7}});
             scene_.push_back(scene::Disc{at, kSiteRadius, {site.paint, 0.3}});
             scene_.push_back(scene::Icon{at, kSiteSymbol, site.symbol, site.paint});
             if (!site.label.empty()) scene_.push_back(nameTag(at, site.label, kSiteRadius));

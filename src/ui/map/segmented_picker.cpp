@@ -19,6 +19,7 @@ class Segment final : public QAbstractButton {
   public:
     explicit Segment(const QString& label) {
         setText(label);
+        setAccessibleName(label);
         setCheckable(true);
         setAttribute(Qt::WA_Hover);
         setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -52,9 +53,7 @@ class Segment final : public QAbstractButton {
 
   private:
     QRectF plate() const { return QRectF(rect()).adjusted(1, 1, -1, -1); }
-    QFont face() const {
-        return Theme::face(kPixels, isChecked() ? QFont::DemiBold : QFont::Normal);
-    }
+    static QFont face() { return Theme::face(kPixels, QFont::Medium); }
 };
 
 }  // namespace
