@@ -157,6 +157,7 @@ void MapCanvas::mousePressEvent(QMouseEvent* event) {
 
 void MapCanvas::mouseMoveEvent(QMouseEvent* event) {
     pointer_ = pointOf(event->position());
+    if (event->buttons() == Qt::NoButton) drag_.reset();  // let go where this view did not see it
     if (!drag_) return;
     if (drag_->turns) {
         moveTo(

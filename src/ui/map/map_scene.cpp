@@ -40,7 +40,10 @@ scene::Polyline shadow(const ScreenLine& piece, const scene::Stroke& stroke) {
 class Projected {
   public:
     explicit Projected(const MapProjection& projection) : projection_(projection) {}
-    scene::Scene take() { return std::move(scene_); }
+    scene::Scene take() {
+        drawLabels();
+        return std::move(scene_);
+    }
 
     void operator()(const MapArea& area) {
         for (ScreenLine& part : projection_.area(area.ring)) {
@@ -58,10 +61,11 @@ class Projected {
             if (site.onPicture) scene_.push_back(scene::Disc{at, kSiteRadius, {Ink::window, 0.7}});
             scene_.push_back(scene::Disc{at, kSiteRadius, {site.paint, 0.3}});
             scene_.push_back(scene::Icon{at, kSiteSymbol, site.symbol, site.paint});
-            if (!site.label.empty()) scene_.push_back(nameTag(at, site.label, kSiteRadius));
+            if (!site.label.empty()) labels_.push_back(nameTag(at, site.label, kSiteRadius));
         }
     }
     void operator()(const MapSatellite& satellite) {
+        drawLabels();
         for (const scene::Point& at : projection_.toScreen(satellite.at)) {
             scene_.push_back(nameTag(at, satellite.name, -kSatelliteRadius));
             scene_.push_back(scene::Disc{at, kSatelliteRadius, {satellite.paint}});
@@ -70,8 +74,15 @@ class Projected {
     }
 
   private:
+    /// The names of sites lie above all lines, which would make them illegible.
+    void drawLabels() {
+        scene_.insert(scene_.end(), labels_.begin(), labels_.end());
+        labels_.clear();
+    }
+
     const MapProjection& projection_;
     scene::Scene scene_;
+    scene::Scene labels_;
 };
 
 }  // namespace

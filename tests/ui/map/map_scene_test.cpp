@@ -78,6 +78,17 @@ TEST(MapScene, SiteWithoutANameHasNoLabel) {
     EXPECT_EQ(sceneOf({MapSite{{50, 10}, "", Symbol::pin, Ink::orange}}).size(), 2u);
 }
 
+TEST(MapScene, LabelsOfSitesLieAboveLinesAndBelowTheSatellite) {
+    const auto scene = sceneOf({MapSite{{50, 10}, "Home", Symbol::antenna, Ink::cyan},
+                                MapLine{{{1, 2}, {3, 4}}, {Ink::green}},
+                                MapSatellite{{20, 30}, "RS-44", Ink::red}});
+    ASSERT_EQ(scene.size(), 7u);
+    EXPECT_TRUE(std::holds_alternative<scene::Disc>(scene[0]));
+    EXPECT_TRUE(std::holds_alternative<scene::Polyline>(scene[2]));
+    EXPECT_EQ(std::get<scene::Tag>(scene[3]).text, "Home");
+    EXPECT_EQ(std::get<scene::Tag>(scene[4]).text, "RS-44");
+}
+
 TEST(MapScene, SatelliteIsADiscAtItsPlaceWithItsNameTwoPointsAbove) {
     const RgbColor color{0.2, 0.4, 0.6};
     const auto scene = sceneOf({MapSatellite{{20, 30}, "RS-44", color}});
