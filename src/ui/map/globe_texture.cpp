@@ -13,8 +13,8 @@ namespace {
 
 constexpr float kPi = std::numbers::pi_v<float>;
 
-/// atan2 to 2e-6 radians, a hundredth of a texel of the largest picture: the standard function
-/// takes most of the time of a frame. Minimax polynomial for atan on 0 to 1.
+/// atan2 to 2e-6 radians, a thousandth of a pixel of the largest picture: the standard function
+/// would take most of the time of a frame. Minimax polynomial for atan on 0 to 1.
 inline float quickAtan2(float y, float x) {
     const float ax = std::abs(x);
     const float ay = std::abs(y);
