@@ -4,12 +4,36 @@
 #include <QVBoxLayout>
 
 #include "ui/detail/detail_panel.h"
+#include "ui/map/satellite_map_view.h"
 #include "ui/pass_list/pass_list_view.h"
+#include "ui/sky_plot/polar_plot_view.h"
 #include "ui/state_refresher.h"
+#include "ui/timeline/sky_track_view.h"
 #include "ui/title_bar.h"
 #include "ui/widgets/divider.h"
 
 namespace veloran {
+
+namespace {
+
+constexpr int kHandleWidth = 5;
+
+QSplitter* makeSplitter(Qt::Orientation orientation, const char* name) {
+    auto* splitter = new QSplitter(orientation);
+    splitter->setObjectName(name);
+    splitter->setChildrenCollapsible(false);
+    splitter->setHandleWidth(kHandleWidth);
+    return splitter;
+}
+
+/// Sizes at first, and the shares in which the two parts grow.
+void shareOut(QSplitter& splitter, int first, int second) {
+    splitter.setStretchFactor(0, first);
+    splitter.setStretchFactor(1, second);
+    splitter.setSizes({first, second});
+}
+
+}  // namespace
 
 ContentView::ContentView(std::shared_ptr<AppState> state, const StateRefresher& refresher,
                          QWidget* parent)
@@ -37,20 +61,50 @@ void ContentView::paintEvent(QPaintEvent*) {
 }
 
 QWidget* ContentView::makePanes(const StateRefresher& refresher) {
+    auto* panes = makeSplitter(Qt::Horizontal, "panes");
+    panes->setMinimumHeight(300);
+    panes->addWidget(makeLeftPane(refresher));
+    panes->addWidget(makeRightPane(refresher));
+    shareOut(*panes, 780, 420);
+    return panes;
+}
+
+QWidget* ContentView::makeLeftPane(const StateRefresher& refresher) {
+    auto* skyTrack = new SkyTrackView(state_);
+    skyTrack->setMinimumHeight(150);
     auto* passList = new PassListView(state_);
     passList->setMinimumHeight(120);
+    connect(&refresher, &StateRefresher::refresh, skyTrack, &SkyTrackView::refresh);
     connect(&refresher, &StateRefresher::refresh, passList, &PassListView::refresh);
 
-    auto* left = new QSplitter(Qt::Vertical);
-    left->setChildrenCollapsible(false);
+    auto* left = makeSplitter(Qt::Vertical, "leftPanes");
     left->setMinimumWidth(450);
+    left->addWidget(skyTrack);
     left->addWidget(passList);
+    shareOut(*left, 300, 200);
+    return left;
+}
 
-    auto* panes = new QSplitter(Qt::Horizontal);
-    panes->setChildrenCollapsible(false);
-    panes->setMinimumHeight(300);
-    panes->addWidget(left);
-    return panes;
+QWidget* ContentView::makeRightPane(const StateRefresher& refresher) {
+    auto* map = new SatelliteMapView(state_);
+    map->setMinimumHeight(200);
+    auto* polarPlot = new PolarPlotView(state_);
+    connect(&refresher, &StateRefresher::refresh, map, &SatelliteMapView::refresh);
+    connect(&refresher, &StateRefresher::refresh, polarPlot, &PolarPlotView::refresh);
+
+    auto* sky = new QWidget;
+    sky->setMinimumHeight(150);
+    auto* padded = new QVBoxLayout(sky);
+    padded->setContentsMargins(8, 8, 8, 8);
+    padded->addWidget(polarPlot);
+
+    auto* right = makeSplitter(Qt::Vertical, "rightPanes");
+    right->setMinimumWidth(320);
+    right->addWidget(map);
+    right->addWidget(sky);
+    shareOut(*right, 400, 220);
+    right->setSizes({285, 220});  // in a low window the sky comes before the map
+    return right;
 }
 
 void ContentView::firstAppearance() {

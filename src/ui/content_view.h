@@ -22,6 +22,8 @@ class ContentView : public QWidget {
 
   private:
     QWidget* makePanes(const StateRefresher& refresher);
+    QWidget* makeLeftPane(const StateRefresher& refresher);
+    QWidget* makeRightPane(const StateRefresher& refresher);
     void firstAppearance();
 
     std::shared_ptr<AppState> state_;

@@ -21,6 +21,7 @@ MainWindow::MainWindow(std::shared_ptr<AppState> state, QWidget* parent)
     setWindowIcon(applicationIcon());
     makeFileMenu();
     makeTrackingMenu();
+    makeViewMenu();
     makeHelpMenu();
     resize(1200, 800);
 
@@ -50,6 +51,19 @@ void MainWindow::makeTrackingMenu() {
     menu->addAction(tr("Refresh TLEs && Passes"), Qt::CTRL | Qt::Key_R, this,
                     [this] { refreshPasses(*state_); })
         ->setObjectName("refreshPassesAction");
+}
+
+void MainWindow::makeViewMenu() {
+    QMenu* menu = menuBar()->addMenu(tr("&View"));
+    QAction* in = menu->addAction(tr("Zoom In"), this, [this] { zoomIn(*state_); });
+    in->setObjectName("zoomInAction");
+    // Where the plus sign needs the shift key, the key alone does as well.
+    in->setShortcuts({Qt::CTRL | Qt::Key_Plus, Qt::CTRL | Qt::Key_Equal});
+    menu->addAction(tr("Zoom Out"), Qt::CTRL | Qt::Key_Minus, this, [this] { zoomOut(*state_); })
+        ->setObjectName("zoomOutAction");
+    menu->addAction(tr("Scroll to Now"), Qt::CTRL | Qt::Key_N, this,
+                    [this] { scrollToNow(*state_); })
+        ->setObjectName("scrollToNowAction");
 }
 
 void MainWindow::makeHelpMenu() {

@@ -18,6 +18,7 @@ class MainWindow : public QMainWindow {
   private:
     void makeFileMenu();
     void makeTrackingMenu();
+    void makeViewMenu();
     void makeHelpMenu();
     void refresh();
     void showAbout();

@@ -1,13 +1,12 @@
 #include "ui/title_bar.h"
 
 #include <QHBoxLayout>
-#include <QToolButton>
 
 #include "ui/application_version.h"
 #include "ui/commands.h"
 #include "ui/formats.h"
-#include "ui/symbol_icon.h"
 #include "ui/widgets/spinner.h"
+#include "ui/widgets/symbol_button.h"
 #include "ui/widgets/value_label.h"
 
 namespace veloran {
@@ -65,14 +64,8 @@ QWidget* TitleBar::makeStatusArea() {
 }
 
 QWidget* TitleBar::makeRefreshButton() {
-    auto* button = new QToolButton;
+    auto* button = new SymbolButton(Symbol::arrowClockwise, 12, tr("Refresh Passes"));
     button->setObjectName("refreshPassesButton");
-    button->setIcon(symbolIcon(Symbol::arrowClockwise));
-    button->setIconSize({12, 12});
-    button->setAutoRaise(true);
-    button->setFocusPolicy(Qt::StrongFocus);
-    button->setToolTip(tr("Refresh Passes"));
-    button->setAccessibleName(tr("Refresh Passes"));
     connect(button, &QToolButton::clicked, this, [this] { refreshPasses(*state_); });
     return button;
 }

@@ -113,6 +113,25 @@ TEST_F(MainWindowTest, ColumnsKeepTheirWidthsInTheSmallestWindow) {
     EXPECT_EQ(rig->geometry(), QRect(1050 - 320, 0, 320, 240));
 }
 
+TEST_F(MainWindowTest, MenuZoomsTheTimelineByHoursWithinItsBounds) {
+    state->timelineHoursVisible = 3.0;
+    action("zoomInAction").trigger();
+    EXPECT_EQ(state->timelineHoursVisible, 2.0);
+    action("zoomInAction").trigger();
+    EXPECT_EQ(state->timelineHoursVisible, 2.0);
+    state->timelineHoursVisible = 47.5;
+    action("zoomOutAction").trigger();
+    EXPECT_EQ(state->timelineHoursVisible, 48.0);
+    action("zoomOutAction").trigger();
+    EXPECT_EQ(state->timelineHoursVisible, 48.0);
+}
+
+TEST_F(MainWindowTest, ScrollToNowLeavesAQuarterOfTheSpanBehind) {
+    state->timelineHoursVisible = 8.0;
+    action("scrollToNowAction").trigger();
+    EXPECT_EQ(state->timelineStartTime.get(), start - 2 * 3600.0);
+}
+
 TEST_F(MainWindowTest, StatusFollowsTheState) {
     refreshedAfter(window, [&] { state->statusMessage = "Fetching TLEs..."; });
     EXPECT_EQ(textOf(window, "status"), "Fetching TLEs...");
@@ -167,13 +186,16 @@ TEST_F(MainWindowTest, TicksLayNothingOutAnewAndDrawOnlyWhatChanged) {
 TEST_F(MainWindowTest, MenusHoldTheirEntriesAndShortcuts) {
     QStringList titles;
     for (const QAction* menu : window.menuBar()->actions()) titles << menu->text().remove('&');
-    EXPECT_EQ(titles, (QStringList{"File", "Tracking", "Help"}));
+    EXPECT_EQ(titles, (QStringList{"File", "Tracking", "View", "Help"}));
     EXPECT_EQ(action("startTrackingAction").text(), "Start Tracking");
     EXPECT_EQ(action("startTrackingAction").shortcut(), QKeySequence("Ctrl+T"));
     EXPECT_EQ(action("stopTrackingAction").text(), "Stop Tracking");
     EXPECT_EQ(action("stopTrackingAction").shortcut(), QKeySequence("Ctrl+Shift+T"));
     EXPECT_EQ(action("refreshPassesAction").text(), "Refresh TLEs && Passes");
     EXPECT_EQ(action("refreshPassesAction").shortcut(), QKeySequence("Ctrl+R"));
+    EXPECT_EQ(action("zoomInAction").shortcut(), QKeySequence("Ctrl++"));
+    EXPECT_EQ(action("zoomOutAction").shortcut(), QKeySequence("Ctrl+-"));
+    EXPECT_EQ(action("scrollToNowAction").shortcut(), QKeySequence("Ctrl+N"));
     EXPECT_EQ(action("quitAction").shortcut(), QKeySequence("Ctrl+Q"));
 }
 
@@ -216,15 +238,14 @@ TEST_F(MainWindowTest, EveryControlIsReachedByTheTabKeyAndHasAName) {
         w = w->nextInFocusChain();
         if (w == first) break;
     }
-    EXPECT_EQ(
-        order,
-        (QStringList{
-            "refreshPassesButton", "passList",    "transponderPicker", "rxFrequency", "ritMinus100",
-            "ritMinus10",          "ritZero",     "ritPlus10",         "ritPlus100",  "txFrequency",
-            "titMinus1k",          "titMinus100", "titZero",           "titPlus100",  "titPlus1k",
-            "txpMinus1k",          "txpMinus100", "txpMinus10",        "txpZero",     "txpPlus10",
-            "txpPlus100",          "txpPlus1k",   "txpSave",           "trackButton", "stopButton",
-            "resetCalButton"}));
+    const QString expected =
+        "refreshPassesButton favoritesToggle scrollToNow timelineZoomIn timelineZoomOut timeline "
+        "addFavorites openBrowser passList satelliteMap trackHours mapStyle.standard "
+        "transponderPicker rxFrequency ritMinus100 ritMinus10 ritZero ritPlus10 ritPlus100 "
+        "txFrequency titMinus1k titMinus100 titZero titPlus100 titPlus1k txpMinus1k txpMinus100 "
+        "txpMinus10 txpZero txpPlus10 txpPlus100 txpPlus1k txpSave trackButton stopButton "
+        "resetCalButton";
+    EXPECT_EQ(order.join(' ').toStdString(), expected.toStdString());
 }
 
 TEST_F(MainWindowTest, ThemeMayChangeWhileItIsShown) {

@@ -23,13 +23,13 @@ inline constexpr std::array<RowName, kTableRows> kRowNames{{
     {"AOS", "Acquisition of signal", "skyAOS"},
     {"TCA", "Closest approach", "skyTCA"},
     {"LOS", "Loss of signal", "skyLOS"},
-    {"Dur", "Duration", "skyDuration"},
-    {"Max", "Highest elevation", "skyMaxElevation"},
+    {"Dur", "Pass duration", "skyDuration"},
+    {"Max", "Pass maximum elevation", "skyMaxElevation"},
     {"T", "Countdown", "skyCountdown"},
     {"State", "State of the pass", "skyState"},
-    {"AZ", "Azimuth", "skyAzimuth"},
-    {"EL", "Elevation", "skyElevation"},
-    {"Rng", "Range", "skyRange"},
+    {"AZ", "Azimuth now", "skyAzimuth"},
+    {"EL", "Elevation now", "skyElevation"},
+    {"Rng", "Range now", "skyRange"},
     {"Vel", "Range rate", "skyVelocity"},
     {"V\u0307", "Range acceleration", "skyAcceleration"},  // V with a dot above
 }};

@@ -124,6 +124,7 @@ QWidget* FavoritesList::makeHint() {
     hint->setObjectName("emptyFavoritesHint");
     auto* browse = new ProminentButton(tr("Open Satellite Browser"), Ink::blue);
     browse->setObjectName("openBrowser");
+    browse->setAccessibleName(browse->text());
     browse->setIcon(symbolIcon(Symbol::plusSquare, Ink::control));
     browse->setIconSize({15, 15});
     browse->setAutoDefault(false);

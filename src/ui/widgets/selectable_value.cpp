@@ -46,6 +46,12 @@ void SelectableValue::setValue(std::string_view utf8) {
     }
 }
 
+void SelectableValue::setElastic() {
+    elastic_ = true;
+    setMinimumWidth(0);
+    setMaximumWidth(QWIDGETSIZE_MAX);
+}
+
 void SelectableValue::changeEvent(QEvent* event) {
     QLineEdit::changeEvent(event);
     if (event->type() == QEvent::PaletteChange) applyColors();
@@ -59,6 +65,7 @@ void SelectableValue::applyColors() {
 }
 
 void SelectableValue::fitWidth(const QString& text) {
+    if (elastic_) return;
     const int needed = QFontMetrics(font()).horizontalAdvance(text) + kInnerMargins;
     if (needed > minimumWidth()) setFixedWidth(needed);
 }

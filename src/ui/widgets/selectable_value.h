@@ -17,6 +17,8 @@ class SelectableValue : public QLineEdit {
     SelectableValue(const TextStyle& style, const QString& sample, QWidget* parent = nullptr);
 
     void setValue(std::string_view utf8);
+    /// Takes the width that the layout gives; a longer value moves below the cursor.
+    void setElastic();
 
   protected:
     void changeEvent(QEvent* event) override;
@@ -26,6 +28,7 @@ class SelectableValue : public QLineEdit {
     void fitWidth(const QString& text);
 
     TextStyle style_;
+    bool elastic_ = false;
 };
 
 }  // namespace veloran
