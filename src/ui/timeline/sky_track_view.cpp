@@ -64,11 +64,13 @@ void SkyTrackView::refresh() {
 
 /// Asked with every tick, so it copies nothing that is shared.
 bool SkyTrackView::areFavoritesAsShown() const {
+    // A long search fills one list after the other: they are shown when it is done.
+    const bool isFilling = state_->passProgress->has_value();
     auto shown = favorites_.begin();
     for (const SatellitePtr& satellite : state_->satellites.get()) {
         if (!satellite->isSelected) continue;
         if (shown == favorites_.end() || shown->satellite != satellite ||
-            shown->passes != satellite->passes ||
+            (shown->passes != satellite->passes && !isFilling) ||
             shown->firstChannel != firstChannelOf(*satellite)) {
             return false;
         }

@@ -122,14 +122,14 @@ void TimelineCanvas::paintEvent(QPaintEvent*) {
         ++archDrawings_;
         return archesScene(timeline, byElevation_, state_->selectedPass);
     });
+    // Under the elevations arches shine through, yet leave the figures legible.
+    painter.fillRect(0, 0, kScaleWidth, plotHeight, Theme::color(Ink::control, 0.7));
     ScenePainter scene(painter);
     scene.draw(nowMarkerScene(timeline, state_->now()));
     const bool showsKeyboard = hasFocus() && keyboardIsUsed_;
     if (const auto marked = showsKeyboard ? markedRow() : std::nullopt) {
         scene.draw(keyboardMarkScene(timeline, byElevation_[*marked].pass()));
     }
-    // Arches shine through, yet leave the figures legible.
-    painter.fillRect(0, 0, kScaleWidth, plotHeight, Theme::color(Ink::control, 0.7));
     scale_.draw(painter, {kScaleWidth, plotHeight},
                 [&] { return elevationScaleScene(timeline.height); });
     if (!showsKeyboard) return;
@@ -139,8 +139,6 @@ void TimelineCanvas::paintEvent(QPaintEvent*) {
 }
 
 void TimelineCanvas::resizeEvent(QResizeEvent*) {
-    forgetPictures();
-    scale_.invalidate();
     describe();
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <ranges>
+#include <span>
 
 #include "ui/timeline/timeline_texts.h"
 #include "ui/timeline/timeline_ticks.h"
@@ -105,6 +107,32 @@ ArchLook lookOf(ArchState state, double quality) {
     }
     return {0.18 + 0.28 * quality, 1};
 }
+
+/// How many arches lie over each column of the picture.
+class Layers {
+  public:
+    explicit Layers(double width) : depths_(static_cast<std::size_t>(std::max(0.0, width)) + 1) {}
+
+    /// Lays an arch beneath those so far. False when it cannot be seen there: arches are
+    /// translucent, but not through so many.
+    bool layBeneath(const TimelineFrame& frame, const PredictedPass& pass) {
+        constexpr int kOpaque = 16;
+        const std::span columns = columnsOf(frame.x(pass.riseTime), frame.x(pass.setTime));
+        if (std::ranges::all_of(columns, [](int depth) { return depth >= kOpaque; })) return false;
+        for (int& depth : columns) ++depth;
+        return true;
+    }
+
+  private:
+    std::span<int> columnsOf(double from, double to) {
+        const auto last = static_cast<double>(depths_.size() - 1);
+        const auto first = static_cast<std::size_t>(std::clamp(from, 0.0, last));
+        const auto end = static_cast<std::size_t>(std::clamp(to, 0.0, last)) + 1;
+        return std::span(depths_).subspan(first, end - first);
+    }
+
+    std::vector<int> depths_;
+};
 
 }  // namespace
 
@@ -239,9 +267,18 @@ scene::Scene archesScene(const TimelineFrame& frame, const std::vector<PassRow>&
             hoveredPassId && passKey(row.satellite->id, row.pass().riseTime) == *hoveredPassId;
         return isHovered ? ArchState::hovered : ArchState::plain;
     };
+    // From the top down, as thousands of favourites would take seconds to draw and show no more.
+    Layers layers(frame.width);
+    std::vector<scene::Scene> arches;
+    for (const PassRow& row : std::views::reverse(byElevation)) {
+        if (!isDrawn(frame, row.pass())) continue;
+        const ArchState state = stateOf(row);
+        const bool isSeen = layers.layBeneath(frame, row.pass());
+        if (!isSeen && state == ArchState::plain) continue;
+        arches.push_back(smoothPassScene(frame, *row.satellite, row.pass(), state));
+    }
     scene::Scene scene;
-    for (const PassRow& row : byElevation) {
-        scene::Scene arch = smoothPassScene(frame, *row.satellite, row.pass(), stateOf(row));
+    for (scene::Scene& arch : std::views::reverse(arches)) {
         std::ranges::move(arch, std::back_inserter(scene));
     }
     return scene;

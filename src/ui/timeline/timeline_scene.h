@@ -56,6 +56,7 @@ enum class ArchState { plain, hovered, selected };
 /// One pass as an arch with its satellite's name; nothing unless isDrawn.
 scene::Scene smoothPassScene(const TimelineFrame& frame, const Satellite& satellite,
                              const PredictedPass& pass, ArchState state);
+/// All passes as arches, but for those that lie unseen beneath many others.
 /// Nothing follows the pointer, so `hoveredPassId`, a passKey, is absent at present.
 scene::Scene archesScene(const TimelineFrame& frame, const std::vector<PassRow>& byElevation,
                          const std::optional<PassInfo>& selectedPass,

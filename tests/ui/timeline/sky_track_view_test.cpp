@@ -173,6 +173,17 @@ TEST_F(SkyTrackViewTest, NewPassesAreShownAndTicksCostNothing) {
         << canvas().accessibleDescription().toStdString();
 }
 
+TEST_F(SkyTrackViewTest, PassesOfALongSearchAreShownWhenItIsDone) {
+    state->passProgress = 0.5;
+    state->satellites->front()->passes =
+        std::make_shared<const PassList>(PassList{passAt(start + 60), passAt(start + 7000)});
+    refresh();
+    EXPECT_TRUE(canvas().accessibleDescription().startsWith("20 passes"));
+    state->passProgress = std::nullopt;
+    refresh();
+    EXPECT_TRUE(canvas().accessibleDescription().startsWith("21 passes"));
+}
+
 TEST_F(SkyTrackViewTest, ChannelsThatCameLaterAreShown) {
     QSignalSpy changed(rows().model(), &QAbstractItemModel::dataChanged);
     state->satellites->front()->transmitters = {channel("down", 145.8e6)};

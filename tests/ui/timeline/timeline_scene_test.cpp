@@ -338,6 +338,29 @@ TEST(Arches, SelectedAndHoveredAreTheirOwnPassOnly) {
         << "selected counts for more";
 }
 
+TEST(Arches, WhatLiesBeneathManyIsLeftOutUnlessItIsSelected) {
+    PassList passes;
+    for (int i = 0; i < 100; ++i) passes.push_back(anHour(1, 20 + i * 0.5));
+    passes.push_back(anHour(3, 5));
+    const auto body = bodyWith(1, passes);
+    const auto rows = passesByElevation({body});
+    const auto fills = [&](const std::optional<PassInfo>& selected) {
+        return shapesOf<Polygon>(archesScene(kFrame, rows, selected));
+    };
+    const auto seen = fills(std::nullopt);
+    ASSERT_EQ(seen.size(), 17u) << "sixteen of the hundred, and the lone one";
+    EXPECT_NEAR(seen[0].points[0].x, 300, 1e-9);
+    EXPECT_NEAR(seen.back().points[2].y, kFrame.y(69.5), 1e-9) << "the highest is on top";
+
+    const auto other = bodyWith(2, {anHour(1, 3)});
+    const PassInfo lowest{
+        .satellite = other, .pass = (*other->passes)[0], .transmitter = std::nullopt};
+    const auto all =
+        shapesOf<Polygon>(archesScene(kFrame, passesByElevation({body, other}), lowest));
+    EXPECT_EQ(all.size(), 18u);
+    EXPECT_EQ(all[0].fill.opacity, 0.55);
+}
+
 TEST(TappedPass, HighestOfThoseThatAreUpWhateverIsInFront) {
     const auto rows = passesByElevation(
         {bodyWith(1, {anHour(1, 80)}, "HIGH"), bodyWith(2, {anHour(1.5, 30)}, "LOW")});
