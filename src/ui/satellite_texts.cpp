@@ -45,4 +45,11 @@ Ink ageColor(double days) {
     return Ink::red;
 }
 
+Ink elementAgeColor(double seconds) {
+    constexpr double kDay = 86400;
+    if (seconds < kDay) return Ink::green;
+    if (seconds < 3 * kDay) return Ink::yellow;
+    return Ink::red;
+}
+
 }  // namespace veloran

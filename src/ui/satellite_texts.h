@@ -21,5 +21,7 @@ std::string sourcesHelp(const std::set<std::string>& sources);  ///< the keys, "
 std::string passesHelp(std::size_t count);
 /// How far elements of this age, in days, may be trusted; an age that is no number counts as old.
 Ink ageColor(double days);
+/// How stale a download of elements is, by its age in seconds.
+Ink elementAgeColor(double seconds);
 
 }  // namespace veloran

@@ -33,7 +33,9 @@ TEST(SatelliteTextsVectors, TextsAboutSourcesPassesAndAge) {
           [](const array& a) {
               return value(passesHelp(static_cast<std::size_t>(a.at(0).as_int64())));
           }},
-         {"ageColor", [](const array& a) { return value(inkName(ageColor(number(a.at(0))))); }}});
+         {"ageColor", [](const array& a) { return value(inkName(ageColor(number(a.at(0))))); }},
+         {"elementAgeColor",
+          [](const array& a) { return value(inkName(elementAgeColor(number(a.at(0))))); }}});
 }
 
 }  // namespace
