@@ -11,7 +11,7 @@ scene::Scene queueMarkScene(bool isQueued, double size) {
         return scene::Point{center.x + x * radius, center.y + y * radius};
     };
     return {scene::Disc{center, radius + stroke / 2, {Ink::cyan}},
-            scene::Polyline{{at(-0.45, 0.05), at(-0.1, 0.4), at(0.5, -0.35)},
+            scene::Polyline{{at(-0.545, -0.045), at(-0.1, 0.4), at(0.585, -0.455)},
                             {Ink::control, 1, size / 9}}};
 }
 

@@ -21,6 +21,7 @@ struct Point {
 
 using Fill = Tint;
 
+/// Lines end where their points do.
 struct Stroke {
     Paint paint;
     double opacity = 1;

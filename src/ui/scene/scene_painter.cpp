@@ -56,7 +56,12 @@ void ScenePainter::operator()(const scene::Line& line) {
 
 void ScenePainter::operator()(const scene::Polyline& polyline) {
     use(polyline.stroke);
-    painter_.drawPolyline(polygon(polyline.points));
+    const QPolygonF points = polygon(polyline.points);
+    if (points.size() > 3 && points.isClosed()) {
+        painter_.drawPolygon(points);  // joins its ends
+    } else {
+        painter_.drawPolyline(points);
+    }
 }
 
 void ScenePainter::operator()(const scene::Polygon& shape) {
@@ -97,10 +102,9 @@ void ScenePainter::operator()(const scene::Icon& icon) {
 }
 
 void ScenePainter::use(const scene::Stroke& stroke) {
-    QPen pen(Theme::color(stroke.paint, stroke.opacity), stroke.width);
-    pen.setJoinStyle(Qt::RoundJoin);
+    QPen pen(Theme::color(stroke.paint, stroke.opacity), stroke.width, Qt::SolidLine, Qt::FlatCap,
+             Qt::RoundJoin);
     if (stroke.dash > 0) {
-        pen.setCapStyle(Qt::FlatCap);  // a square cap would close the gaps
         pen.setDashPattern({stroke.dash / stroke.width, stroke.gap / stroke.width});
     }
     painter_.setPen(pen);

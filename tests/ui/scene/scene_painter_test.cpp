@@ -27,6 +27,26 @@ TEST(ScenePainter, ShapesAreDrawnInTheirColoursAndOrder) {
     EXPECT_EQ(image.pixelColor(19, 19), QColor(Qt::black));
 }
 
+TEST(ScenePainter, LinesEndWhereTheirPointsDo) {
+    const scene::Stroke stroke{Ink::cyan, 1, 4};
+    const QImage image = painted({scene::Line{{6, 4}, {14, 4}, stroke},
+                                  scene::Polyline{{{6, 14}, {10, 14}, {14, 14}}, stroke}});
+    for (const int y : {4, 14}) {
+        EXPECT_EQ(image.pixelColor(6, y), Theme::color(Ink::cyan));
+        EXPECT_EQ(image.pixelColor(13, y), Theme::color(Ink::cyan));
+        EXPECT_EQ(image.pixelColor(5, y), QColor(Qt::black));
+        EXPECT_EQ(image.pixelColor(14, y), QColor(Qt::black));
+    }
+}
+
+TEST(ScenePainter, ClosedOutlineHasNoNotchWhereItBegins) {
+    const QImage image =
+        painted({scene::Polyline{{{4, 4}, {16, 4}, {16, 16}, {4, 16}, {4, 4}}, {Ink::cyan, 1, 6}}});
+    EXPECT_EQ(image.pixelColor(3, 2), image.pixelColor(16, 2));
+    EXPECT_EQ(image.pixelColor(2, 3), Theme::color(Ink::cyan));
+    EXPECT_EQ(image.pixelColor(10, 10), QColor(Qt::black));
+}
+
 TEST(ScenePainter, RingLeavesItsInsideAndOpacityMixes) {
     const QImage image = painted({scene::Ring{{10, 10}, 8, {Ink::primary, 0.5, 4}}});
     EXPECT_EQ(image.pixelColor(10, 10), QColor(Qt::black));
