@@ -79,8 +79,9 @@ void MapCanvas::easeTo(const MapCamera& goal) {
 
 void MapCanvas::advanceMotion() {
     if (!motion_) return;
-    camera_ = motion_->at(now_());
-    if (motion_->isOver(now_())) {
+    const Instant now = now_();
+    camera_ = motion_->at(now);
+    if (motion_->isOver(now)) {
         motion_.reset();
         frames_.stop();
     }

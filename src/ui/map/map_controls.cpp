@@ -65,23 +65,23 @@ QWidget* MapControls::makeTrackControl() {
     row->setSpacing(4);
     row->addWidget(new SymbolView(Symbol::arrowLeftAndRight, 9, Ink::secondary));
 
-    auto* slider = new QSlider(Qt::Horizontal);
-    slider->setObjectName("trackHours");
-    slider->setAccessibleName(tr("Hours of ground track before and after now"));
-    slider->setFixedWidth(100);
-    slider->setRange(0, static_cast<int>(kMostHours / kHourStep));
-    slider->setPageStep(2);
-    slider->setValue(static_cast<int>(std::lround(hours_ / kHourStep)));
-    connect(slider, &QSlider::valueChanged, this,
+    slider_ = new QSlider(Qt::Horizontal);
+    slider_->setObjectName("trackHours");
+    slider_->setAccessibleName(tr("Hours of ground track before and after now"));
+    slider_->setFixedWidth(100);
+    slider_->setRange(0, static_cast<int>(kMostHours / kHourStep));
+    slider_->setPageStep(2);
+    slider_->setValue(static_cast<int>(std::lround(hours_ / kHourStep)));
+    connect(slider_, &QSlider::valueChanged, this,
             [this](int steps) { setHours(steps * kHourStep); });
-    row->addWidget(slider);
+    row->addWidget(slider_);
 
     hoursText_ = new ValueLabel({9, QFont::Normal, Ink::secondary});
     hoursText_->setObjectName("trackHoursText");
     hoursText_->setFixedWidth(38);
     hoursText_->setAlignment(Qt::AlignRight);
-    hoursText_->setText(trackHoursText(hours_));
     row->addWidget(hoursText_);
+    showHours();
     return plate;
 }
 
@@ -108,8 +108,14 @@ SegmentedPicker* MapControls::makeStylePicker() {
 void MapControls::setHours(double hours) {
     hours_ = hours;
     settings_.set(kHoursKey, hours);
-    hoursText_->setText(trackHoursText(hours));
+    showHours();
     emit extendedTrackHoursChanged();
+}
+
+void MapControls::showHours() {
+    const std::string text = trackHoursText(hours_);
+    hoursText_->setText(text);
+    slider_->setAccessibleDescription(qText(text));  // its value counts half hours
 }
 
 }  // namespace veloran

@@ -32,10 +32,12 @@ class MapControls : public QWidget {
     QWidget* makeTrackControl();
     SegmentedPicker* makeStylePicker();
     void setHours(double hours);
+    void showHours();
 
     SettingsStore& settings_;
     MapStyle style_;
     double hours_;
+    QSlider* slider_;
     ValueLabel* hoursText_;
 };
 

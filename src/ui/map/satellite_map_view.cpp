@@ -13,7 +13,8 @@ SatelliteMapView::SatelliteMapView(std::shared_ptr<AppState> state, QWidget* par
     : QWidget(parent),
       state_(std::move(state)),
       canvas_(new MapCanvas([this] { return state_->now(); }, this)),
-      controls_(new MapControls(state_->settings(), this)) {
+      controls_(new MapControls(state_->settings(), this)),
+      everySecond_(this) {
     canvas_->setObjectName("satelliteMap");
     canvas_->setAccessibleName(tr("Satellite map"));
     canvas_->setMapStyle(controls_->mapStyle());
@@ -21,6 +22,7 @@ SatelliteMapView::SatelliteMapView(std::shared_ptr<AppState> state, QWidget* par
     connect(controls_, &MapControls::mapStyleChanged, this, &SatelliteMapView::changeStyle);
     connect(controls_, &MapControls::extendedTrackHoursChanged, this, &SatelliteMapView::tick);
     connect(&everySecond_, &QTimer::timeout, this, &SatelliteMapView::tick);
+    everySecond_.setObjectName("mapEverySecond");
     everySecond_.setInterval(1000);
     refresh();
     tick();
@@ -48,9 +50,10 @@ void SatelliteMapView::tick() {
 
 void SatelliteMapView::showEvent(QShowEvent* event) {
     everySecond_.start();
-    if (event->spontaneous()) return;  // the window comes back from the dock
-    fitCameraToPass();
-    recomputePassCache();
+    if (!event->spontaneous()) {  // else the window comes back from the dock
+        fitCameraToPass();
+        recomputePassCache();
+    }
     tick();
 }
 

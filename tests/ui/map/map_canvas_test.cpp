@@ -192,6 +192,16 @@ TEST_F(MapCanvasTest, EasesInFourTenthsOfASecond) {
     EXPECT_FALSE(canvas.isEasing());
 }
 
+TEST_F(MapCanvasTest, MotionEndsAtItsGoalWhileTheClockRunsOn) {
+    const MapCamera goal{.center = {10, -44}, .distance = 20e6};
+    Instant now = state->now();
+    MapCanvas running([&now] { return now = now + 0.13; });
+    running.resize(600, 400);
+    running.easeTo(goal);
+    while (running.isEasing()) running.advanceMotion();
+    EXPECT_EQ(running.camera().center, goal.center);
+}
+
 TEST_F(MapCanvasTest, TimerOfTheFramesBringsItToItsGoal) {
     canvas.easeTo({.center = {10, -44}, .distance = 20e6});
     machine.loop.jumpClock(1);

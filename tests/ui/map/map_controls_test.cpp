@@ -63,6 +63,7 @@ TEST_F(MapControlsTest, SliderGoesToFourHoursByHalves) {
     QTest::keyClick(&slider(), Qt::Key_Right);
     EXPECT_EQ(controls().extendedTrackHours(), 0.5);
     EXPECT_EQ(textOf(controls(), "trackHoursText"), "±0.5h");
+    EXPECT_EQ(slider().accessibleDescription(), "±0.5h");
     EXPECT_EQ(machine.settings.number("mapTrackHours"), 0.5);
     QTest::keyClick(&slider(), Qt::Key_End);
     EXPECT_EQ(controls().extendedTrackHours(), 4);

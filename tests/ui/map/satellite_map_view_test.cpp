@@ -144,12 +144,29 @@ TEST_F(SatelliteMapViewTest, EverySecondTheSatelliteMoves) {
 }
 
 TEST_F(SatelliteMapViewTest, HiddenMapStandsStill) {
-    selectPass(satellite, start);
+    const auto& timer = child<QTimer>(view, "mapEverySecond");
+    EXPECT_TRUE(timer.isActive());
+    EXPECT_TRUE(canvas().isEasing());
     view.hide();
     EXPECT_FALSE(canvas().isEasing());
-    const auto* timer = view.findChild<QTimer*>();
-    EXPECT_TRUE(timer == nullptr || !timer->isActive());
+    EXPECT_FALSE(timer.isActive());
     view.show();
+    EXPECT_TRUE(timer.isActive());
+}
+
+TEST_F(SatelliteMapViewTest, WindowBackFromTheDockIsUpToDateUnderTheSameCamera) {
+    selectPass(satellite, start);
+    canvas().finishMotion();
+    QTest::mouseDClick(&canvas(), Qt::LeftButton, {}, {100, 300});
+    const MapCamera before = canvas().camera();
+    view.showMinimized();
+    EXPECT_FALSE(child<QTimer>(view, "mapEverySecond").isActive());
+    machine.loop.jumpClock(60);
+    view.showNormal();
+    const auto point = satellite->currentSubPoint(start + 60);
+    EXPECT_EQ(shown<MapSatellite>().at(0).at, (GeoPoint{point->latitudeDeg, point->longitudeDeg}));
+    EXPECT_FALSE(canvas().isEasing());
+    EXPECT_EQ(canvas().camera().center, before.center);
 }
 
 /// Counts what is painted.
