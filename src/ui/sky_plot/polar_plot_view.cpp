@@ -9,12 +9,14 @@ namespace veloran {
 PolarPlotView::PolarPlotView(std::shared_ptr<AppState> state, QWidget* parent)
     : QWidget(parent),
       disk_(new DiskView(state, this)),
-      table_(new LookAngleTable(std::move(state), this)) {
+      table_(new LookAngleTable(std::move(state), this)),
+      everySecond_(this) {
     setObjectName("polarPlot");
     connect(table_, &LookAngleTable::widestChanged, this, [this] {
         updateGeometry();
         arrange();
     });
+    everySecond_.setObjectName("skyEverySecond");
     everySecond_.setTimerType(Qt::PreciseTimer);
     everySecond_.setInterval(1000);
     connect(&everySecond_, &QTimer::timeout, this, &PolarPlotView::showSecond);

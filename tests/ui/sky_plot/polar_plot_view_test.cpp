@@ -59,6 +59,20 @@ TEST_F(PolarPlotViewTest, TableFollowsTheClockEverySecondWhileShown) {
     EXPECT_EQ(disk().accessibleDescription(), "LOW-1: below the horizon");
 }
 
+TEST_F(PolarPlotViewTest, TableStandsWhileItCannotBeSeen) {
+    const auto& timer = child<QTimer>(view, "skyEverySecond");
+    EXPECT_FALSE(timer.isActive());
+    show({404, 204});
+    EXPECT_TRUE(timer.isActive());
+    EXPECT_EQ(timer.interval(), 1000);
+    view.showMinimized();
+    EXPECT_FALSE(timer.isActive());
+    view.showNormal();
+    EXPECT_TRUE(timer.isActive());
+    view.hide();
+    EXPECT_FALSE(timer.isActive());
+}
+
 TEST_F(PolarPlotViewTest, ShowingItAgainBringsItUpToDate) {
     selectPass();
     view.refresh();
