@@ -1,6 +1,7 @@
 #include "ui/scene/scene_painter.h"
 
 #include <QFontMetricsF>
+#include <cmath>
 
 #include "ui/q_text.h"
 #include "ui/theme.h"
@@ -9,10 +10,18 @@ namespace veloran {
 
 namespace {
 
+/// Where a coordinate is no number, Qt computes for seconds. A direction right at the zenith may be
+/// none.
+bool isPlace(const scene::Point& p) {
+    return std::isfinite(p.x) && std::isfinite(p.y);
+}
+
 QPolygonF polygon(const std::vector<scene::Point>& points) {
     QPolygonF result;
     result.reserve(static_cast<qsizetype>(points.size()));
-    for (const scene::Point& p : points) result.append(QPointF(p.x, p.y));
+    for (const scene::Point& p : points) {
+        if (isPlace(p)) result.append(QPointF(p.x, p.y));
+    }
     return result;
 }
 
@@ -40,16 +49,19 @@ void ScenePainter::draw(const scene::Scene& scene) {
 }
 
 void ScenePainter::operator()(const scene::Disc& disc) {
+    if (!isPlace(disc.center)) return;
     use(disc.fill);
     painter_.drawEllipse(QPointF(disc.center.x, disc.center.y), disc.radius, disc.radius);
 }
 
 void ScenePainter::operator()(const scene::Ring& ring) {
+    if (!isPlace(ring.center)) return;
     use(ring.stroke);
     painter_.drawEllipse(QPointF(ring.center.x, ring.center.y), ring.radius, ring.radius);
 }
 
 void ScenePainter::operator()(const scene::Line& line) {
+    if (!isPlace(line.from) || !isPlace(line.to)) return;
     use(line.stroke);
     painter_.drawLine(QPointF(line.from.x, line.from.y), QPointF(line.to.x, line.to.y));
 }
@@ -70,6 +82,7 @@ void ScenePainter::operator()(const scene::Polygon& shape) {
 }
 
 void ScenePainter::operator()(const scene::Text& text) {
+    if (!isPlace(text.at)) return;
     const QFont font =
         text.mono ? Theme::mono(text.pixels, text.weight) : Theme::face(text.pixels, text.weight);
     const QFontMetricsF metrics(font);
@@ -82,6 +95,7 @@ void ScenePainter::operator()(const scene::Text& text) {
 }
 
 void ScenePainter::operator()(const scene::Tag& tag) {
+    if (!isPlace(tag.center)) return;
     const QFont font = Theme::face(tag.pixels, tag.weight);
     const QFontMetricsF metrics(font);
     const QString words = qText(tag.text);
@@ -96,6 +110,7 @@ void ScenePainter::operator()(const scene::Tag& tag) {
 }
 
 void ScenePainter::operator()(const scene::Icon& icon) {
+    if (!isPlace(icon.center)) return;
     const QRectF area(icon.center.x - icon.size / 2, icon.center.y - icon.size / 2, icon.size,
                       icon.size);
     paintSymbol(painter_, area, icon.symbol, Theme::color(icon.paint));

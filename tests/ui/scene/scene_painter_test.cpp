@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QImage>
+#include <limits>
 
 #include "ui/theme.h"
 
@@ -51,6 +52,24 @@ TEST(ScenePainter, RingLeavesItsInsideAndOpacityMixes) {
     const QImage image = painted({scene::Ring{{10, 10}, 8, {Ink::primary, 0.5, 4}}});
     EXPECT_EQ(image.pixelColor(10, 10), QColor(Qt::black));
     EXPECT_NEAR(image.pixelColor(10, 2).red(), Theme::color(Ink::primary).red() / 2, 2);
+}
+
+TEST(ScenePainter, PlaceThatIsNoneIsLeftOut) {
+    constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    const scene::Stroke stroke{Ink::cyan, 1, 2};
+    const QImage whole = painted({scene::Polyline{{{2, 2}, {18, 18}}, stroke}});
+    for (const double bad : {kNone, kInfinity, -kInfinity}) {
+        const scene::Point nowhere{10, bad};
+        EXPECT_EQ(painted({scene::Polyline{{{2, 2}, nowhere, {18, 18}}, stroke}}), whole) << bad;
+        const QImage nothing =
+            painted({scene::Disc{nowhere, 5, {Ink::red}}, scene::Ring{nowhere, 5, stroke},
+                     scene::Line{{10, 10}, nowhere, stroke},
+                     scene::Text{.at = nowhere, .text = "A", .fill = {Ink::primary}, .pixels = 10},
+                     scene::Tag{nowhere, "A", 10, QFont::Bold, 2, 2, 2},
+                     scene::Icon{nowhere, 10, Symbol::grid, Ink::primary}});
+        EXPECT_EQ(nothing, painted({})) << bad;
+    }
 }
 
 }  // namespace
