@@ -1,6 +1,7 @@
 #include "ui/pass_list/conflict_alert.h"
 
 #include <QGridLayout>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <utility>
@@ -33,6 +34,10 @@ void ConflictAlert::open(const PassConflict& conflict) {
     box_->setInformativeText(QString::fromStdString(
         conflictMessage(conflict.incoming.satName, conflict.incoming.maxElevation,
                         conflict.existing.satName, conflict.existing.maxElevation)));
+    // Names of satellites come from outside: their markup is not obeyed.
+    if (auto* message = box_->findChild<QLabel*>("qt_msgbox_informativelabel")) {
+        message->setTextFormat(Qt::PlainText);
+    }
     auto* replace = box_->addButton(QObject::tr("Replace"), QMessageBox::AcceptRole);
     replace->setObjectName("conflictReplace");
     auto* keep = box_->addButton(QObject::tr("Keep existing"), QMessageBox::RejectRole);

@@ -11,23 +11,39 @@ PassListModel::PassListModel(std::shared_ptr<AppState> state, QObject* parent)
 }
 
 void PassListModel::refresh() {
-    const auto satellites = state_->selectedSatellites();
-    std::vector<Source> sources;
-    sources.reserve(satellites.size());
-    for (const SatellitePtr& s : satellites) sources.push_back({s, s->passes});
-    if (sources != sources_) {
-        beginResetModel();
-        sources_ = std::move(sources);
-        rows_ = sortedPassRows(satellites);
-        moments_ = momentsNow();
-        endResetModel();
-    }
+    if (!areSourcesAsShown()) readSources();
     const auto& pass = state_->selectedPass.get();
     const auto selected = pass ? std::optional(pass->id) : std::nullopt;
     if (selected == selected_ && state_->queuedPassIds.get() == queued_) return;
     selected_ = selected;
     queued_ = state_->queuedPassIds;
     updateTimes();
+}
+
+/// Asked with every tick, so it copies nothing that is shared.
+bool PassListModel::areSourcesAsShown() const {
+    // A long search fills one list after the other: they are shown when it is done.
+    const bool isFilling = state_->passProgress->has_value();
+    auto shown = sources_.begin();
+    for (const SatellitePtr& satellite : state_->satellites.get()) {
+        if (!satellite->isSelected) continue;
+        if (shown == sources_.end() || shown->satellite != satellite ||
+            (shown->list != satellite->passes && !isFilling)) {
+            return false;
+        }
+        ++shown;
+    }
+    return shown == sources_.end();
+}
+
+void PassListModel::readSources() {
+    const auto satellites = state_->selectedSatellites();
+    beginResetModel();
+    sources_.clear();
+    for (const SatellitePtr& s : satellites) sources_.push_back({s, s->passes});
+    rows_ = sortedPassRows(satellites);
+    moments_ = momentsNow();
+    endResetModel();
 }
 
 void PassListModel::updateTimes() {
@@ -56,12 +72,14 @@ PassRowLook PassListModel::look(int index) const {
 std::vector<RowMoment> PassListModel::momentsNow() const {
     const Instant now = state_->now();
     const auto next = nextPassIndex(rows_, now);
+    const bool hasQueue = !state_->queuedPassIds->empty();
     std::vector<RowMoment> moments;
     moments.reserve(rows_.size());
     for (std::size_t i = 0; i < rows_.size(); ++i) {
-        moments.push_back(rowMoment(rows_[i], isSelectedPass(rows_[i], state_->selectedPass),
-                                    state_->isPassQueued(*rows_[i].satellite, rows_[i].pass()),
-                                    next == i, now));
+        moments.push_back(
+            rowMoment(rows_[i], isSelectedPass(rows_[i], state_->selectedPass),
+                      hasQueue && state_->isPassQueued(*rows_[i].satellite, rows_[i].pass()),
+                      next == i, now));
     }
     return moments;
 }

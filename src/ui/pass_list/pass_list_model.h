@@ -17,7 +17,7 @@ class PassListModel : public QAbstractListModel {
     explicit PassListModel(std::shared_ptr<AppState> state, QObject* parent = nullptr);
 
     /// Reads the state; the rows are made anew only when a pass list or the favourites have
-    /// changed.
+    /// changed. Cheap when nothing has.
     void refresh();
     /// Lets the rows that look different at the present moment be drawn again.
     void updateTimes();
@@ -36,9 +36,10 @@ class PassListModel : public QAbstractListModel {
     struct Source {
         SatellitePtr satellite;
         std::shared_ptr<const PassList> list;
-        bool operator==(const Source&) const = default;
     };
 
+    bool areSourcesAsShown() const;
+    void readSources();
     std::vector<RowMoment> momentsNow() const;
 
     std::shared_ptr<AppState> state_;

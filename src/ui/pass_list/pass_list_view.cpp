@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include "ui/commands.h"
 #include "ui/formats.h"
 #include "ui/pass_list/pass_list_model.h"
 #include "ui/pass_list/pass_row_delegate.h"
@@ -25,7 +26,7 @@ PassListView::PassListView(std::shared_ptr<AppState> state, QWidget* parent)
     connect(rows_, &PassRowsView::picked, this, &PassListView::select);
     connect(rows_, &PassRowsView::queueToggled, this, &PassListView::toggleQueue);
     connect(&everySecond_, &QTimer::timeout, model_, &PassListModel::updateTimes);
-    everySecond_.start(1000);
+    everySecond_.setInterval(1000);
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -49,6 +50,15 @@ void PassListView::paintEvent(QPaintEvent*) {
     QPainter(this).fillRect(rect(), Theme::color(Ink::control));
 }
 
+void PassListView::showEvent(QShowEvent*) {
+    model_->updateTimes();
+    everySecond_.start();
+}
+
+void PassListView::hideEvent(QHideEvent*) {
+    everySecond_.stop();
+}
+
 QWidget* PassListView::makeHeader() {
     auto* header = new QWidget;
     header->setAutoFillBackground(true);
@@ -66,7 +76,7 @@ QWidget* PassListView::makeHeader() {
                          .weight = QFont::Black});
     queued_->setObjectName("queuedBadge");
     row->addWidget(queued_);
-    clear_ = new TextButton(tr("Clear"), {12, QFont::Normal, Ink::red, 0.8});
+    clear_ = new TextButton(tr("Clear"), {12, QFont::Normal, Ink::red, 0.8, false});
     clear_->setObjectName("clearQueue");
     clear_->setAccessibleName(tr("Clear the auto-track queue"));
     connect(clear_, &QAbstractButton::clicked, this, [this] { state_->clearPassQueue(); });
@@ -82,10 +92,7 @@ void PassListView::toggleQueue(const QModelIndex& index) {
 
 void PassListView::select(const QModelIndex& index) {
     const PassRow row = model_->row(index.row());
-    const auto transmitter = state_->preferredTransmitter(*row.satellite);
-    state_->selectedPass =
-        PassInfo{.satellite = row.satellite, .pass = row.pass(), .transmitter = transmitter};
-    state_->selectTransmitter(transmitter, row.satellite);
+    selectPass(*state_, row.satellite, row.pass());
 }
 
 }  // namespace veloran

@@ -31,6 +31,8 @@ class PassListView : public QWidget {
 
   protected:
     void paintEvent(QPaintEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
   private:
     QWidget* makeHeader();
@@ -44,7 +46,7 @@ class PassListView : public QWidget {
     TextButton* clear_;
     ValueLabel* count_;
     ConflictAlert conflict_;
-    QTimer everySecond_;
+    QTimer everySecond_{this};  ///< while the list is seen
 };
 
 }  // namespace veloran

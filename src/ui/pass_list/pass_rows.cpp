@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include "ui/formats.h"
 
@@ -15,6 +16,12 @@ std::optional<Tint> rowBackground(const RowMoment& moment) {
     if (moment.isInProgress) return Tint{Ink::green, 0.08};
     if (moment.isNext) return Tint{Ink::orange, 0.06};
     return std::nullopt;
+}
+
+/// As much as the text about it tells.
+double wholeMinutes(double secondsAhead) {
+    constexpr double kMinute = 60;
+    return secondsAhead < 0 ? -1 : kMinute * std::floor(secondsAhead / kMinute);
 }
 
 }  // namespace
@@ -48,7 +55,7 @@ RowMoment rowMoment(const PassRow& row, bool isSelected, bool isQueued, bool isN
             .isQueued = isQueued,
             .isInProgress = now >= pass.riseTime && now <= pass.setTime,
             .isNext = isNext,
-            .relative = relativeTime(pass.riseTime - now)};
+            .aheadSeconds = wholeMinutes(pass.riseTime - now)};
 }
 
 PassRowLook passRowLook(const PassRow& row, const RowMoment& moment) {
@@ -59,7 +66,7 @@ PassRowLook passRowLook(const PassRow& row, const RowMoment& moment) {
         .nameInk = {isInProgress ? Ink::green : Ink::primary},
         .time = listTime(pass.riseTime),
         .timeInk = {isInProgress ? Ink::green : Ink::secondary},
-        .relative = moment.relative,
+        .relative = relativeTime(moment.aheadSeconds),
         .relativeInk = {isInProgress ? Ink::green : Ink::secondary, 0.7},
         .elevation = elevationText(pass.maxElevation),
         .elevationInk = {elevationColor(pass.maxElevation)},

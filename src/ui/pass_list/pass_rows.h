@@ -35,7 +35,7 @@ struct RowMoment {
     bool isQueued = false;
     bool isInProgress = false;
     bool isNext = false;
-    std::string relative;
+    double aheadSeconds = 0;  ///< of the rise, in whole minutes; negative once it has begun
     bool operator==(const RowMoment&) const = default;
 };
 RowMoment rowMoment(const PassRow& row, bool isSelected, bool isQueued, bool isNext, Instant now);

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QScrollBar>
+#include <QTimer>
 #include <algorithm>
 
 #include "../ui_fixture.h"
@@ -164,6 +165,34 @@ TEST_F(PassListViewTest, RowsFollowTheClockEverySecond) {
     machine.loop.jumpClock(150);
     ASSERT_TRUE(changed.wait()) << "the first pass has risen";
     EXPECT_EQ(changed[0][0].toModelIndex().row(), 0);
+}
+
+TEST_F(PassListViewTest, ClockIsFollowedOnlyWhileTheListIsSeen) {
+    const QTimer* everySecond = view.findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
+    ASSERT_NE(everySecond, nullptr);
+    EXPECT_TRUE(everySecond->isActive());
+    view.hide();
+    EXPECT_FALSE(everySecond->isActive());
+    machine.loop.jumpClock(150);
+    view.show();
+    EXPECT_TRUE(everySecond->isActive());
+    EXPECT_TRUE(row(0).data(Qt::AccessibleTextRole).toString().contains(", now,"))
+        << "it is right from the first moment";
+}
+
+TEST_F(PassListViewTest, PassesOfALongSearchAreShownWhenItIsDone) {
+    QSignalSpy resets(rows().model(), &QAbstractItemModel::modelReset);
+    state->passProgress = 0.5;
+    satellite->passes = std::make_shared<const PassList>(PassList{passAt(start + 60)});
+    view.refresh();
+    EXPECT_EQ(resets.count(), 0);
+    EXPECT_EQ(textOf(view, "passCount"), "30 upcoming");
+    addSatellite("AO-7", 7530, {passAt(start + 90)});
+    view.refresh();
+    EXPECT_EQ(resets.count(), 1) << "another favourite is shown at once";
+    state->passProgress = std::nullopt;
+    view.refresh();
+    EXPECT_EQ(textOf(view, "passCount"), "2 upcoming");
 }
 
 TEST_F(PassListViewTest, ListThatShowsItsBeginningGoesOnShowingIt) {

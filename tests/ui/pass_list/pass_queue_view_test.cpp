@@ -1,5 +1,6 @@
 #include <QAbstractButton>
 #include <QHelpEvent>
+#include <QLabel>
 #include <QMessageBox>
 #include <QToolTip>
 
@@ -8,6 +9,7 @@
 #include "ui/pass_list/pass_list_view.h"
 #include "ui/pass_list/pass_row_delegate.h"
 #include "ui/pass_list/pass_rows_view.h"
+#include "ui/theme.h"
 
 namespace veloran::test {
 namespace {
@@ -89,6 +91,7 @@ TEST_F(PassQueueViewTest, BadgeAndClearShowOnlyWhileSomethingIsQueued) {
     clickMark(2);
     EXPECT_TRUE(badge().isVisible());
     EXPECT_TRUE(clear().isVisible());
+    EXPECT_EQ(clear().font(), Theme::face(12));
     clear().click();
     view.refresh();
     EXPECT_TRUE(state->queuedPassIds->empty());
@@ -126,6 +129,17 @@ TEST_F(PassQueueViewTest, AConflictAsksWithBothPasses) {
               "SO-50 (max 61°) overlaps with already-queued RS-44 (max 45°). Only one pass can "
               "auto-track at a time — choose which to keep.");
     EXPECT_TRUE(alert()->isModal());
+}
+
+TEST_F(PassQueueViewTest, MarkupInTheNameOfASatelliteIsNotObeyed) {
+    second->name = "<h1>SO-50</h1>";
+    raiseConflict();
+    for (const QLabel* label : alert()->findChildren<QLabel*>()) {
+        if (!label->text().contains("SO-50")) continue;
+        EXPECT_EQ(label->textFormat(), Qt::PlainText);
+        return;
+    }
+    FAIL() << "the message is nowhere";
 }
 
 TEST_F(PassQueueViewTest, ReplaceTakesTheIncomingPass) {
