@@ -95,7 +95,7 @@ void FavoritesList::remove(const QModelIndex& index) {
 
 QWidget* FavoritesList::makeHeader() {
     auto* header = new QWidget(this);
-    count_ = new ValueLabel({14, QFont::Normal, Ink::secondary});
+    count_ = new ValueLabel({13, QFont::Normal, Ink::secondary, 1, false});
     count_->setObjectName("favoritesListCount");
     auto* browse = new MiniButton(Symbol::plusSquare, 15, tr("Add / Browse"),
                                   {14, QFont::Medium, Ink::primary}, 3);

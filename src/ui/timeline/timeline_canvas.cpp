@@ -38,7 +38,7 @@ TimelineCanvas::TimelineCanvas(std::shared_ptr<AppState> state, QWidget* parent)
     grabGesture(Qt::PinchGesture);
     connect(wheelMonitor_, &WheelMonitor::scrolled, this, &TimelineCanvas::zoomByWheel);
     connect(&everySecond_, &QTimer::timeout, this, &TimelineCanvas::updateNow);
-    everySecond_.start(1000);
+    everySecond_.setInterval(1000);
     shown_ = shownByState();
     describe();
 }
@@ -97,10 +97,11 @@ void TimelineCanvas::describe() {
         return spokenPass(row.satellite->name, row.pass(), now);
     };
     const auto marked = markedRow();
-    const auto shown = drawnPasses(frame(), byElevation_).size();
-    const QString words = qText(
-        timelineSummary(shown, next ? std::optional(spoken(*next)) : std::nullopt,
-                        marked ? std::optional(spoken(byElevation_[*marked])) : std::nullopt));
+    const auto shown = std::ranges::count_if(
+        byElevation_, [at = frame()](const PassRow& row) { return isDrawn(at, row.pass()); });
+    const QString words = qText(timelineSummary(
+        static_cast<std::size_t>(shown), next ? std::optional(spoken(*next)) : std::nullopt,
+        marked ? std::optional(spoken(byElevation_[*marked])) : std::nullopt));
     if (words != accessibleDescription()) setAccessibleDescription(words);
 }
 
@@ -143,10 +144,13 @@ void TimelineCanvas::resizeEvent(QResizeEvent*) {
 }
 
 void TimelineCanvas::showEvent(QShowEvent*) {
+    describe();
+    everySecond_.start();
     wheelMonitor_->start();
 }
 
 void TimelineCanvas::hideEvent(QHideEvent*) {
+    everySecond_.stop();
     wheelMonitor_->stop();
     wheel_ = WheelSteps();
     drag_.cancel();

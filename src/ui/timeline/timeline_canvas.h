@@ -96,7 +96,7 @@ class TimelineCanvas : public QWidget {
     PinchGesture pinch_;
     WheelSteps wheel_;
     WheelMonitor* wheelMonitor_;
-    QTimer everySecond_;
+    QTimer everySecond_{this};  ///< while the canvas is seen
 };
 
 }  // namespace veloran

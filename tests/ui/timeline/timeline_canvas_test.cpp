@@ -5,6 +5,7 @@
 #include <QNativeGestureEvent>
 #include <QPinchGesture>
 #include <QPointingDevice>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QWheelEvent>
 #include <QWindow>
@@ -333,6 +334,18 @@ TEST_F(TimelineCanvasTest, TellsAScreenReaderHowManyPassesThereAreAndTheNext) {
     canvas.updateNow();
     EXPECT_EQ(description(), "2 passes shown. Next: LOW rises 01:56, in 18m, highest 30°.")
         << "what is under way is not next";
+}
+
+TEST_F(TimelineCanvasTest, ClockIsFollowedOnlyWhileTheCanvasIsSeen) {
+    const QTimer* everySecond = canvas.findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
+    ASSERT_NE(everySecond, nullptr);
+    EXPECT_TRUE(everySecond->isActive());
+    window.hide();
+    EXPECT_FALSE(everySecond->isActive());
+    machine.loop.jumpClock(1.2 * kHour);
+    window.show();
+    EXPECT_TRUE(everySecond->isActive());
+    EXPECT_EQ(description(), "2 passes shown. Next: LOW rises 01:56, in 18m, highest 30°.");
 }
 
 TEST_F(TimelineCanvasTest, EqualStateDrawsNothingAnew) {
