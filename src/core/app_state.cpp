@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/maidenhead.h"
+#include "core/setting_limits.h"
 
 namespace veloran {
 
@@ -13,9 +14,6 @@ namespace {
 // missing. So does a number that the rest of the program could not bear (a pole that has been
 // passed, a port of 17 bits, a timer of no length): the file may have been edited by hand, and a
 // bad value in it must not stop the program. Anything else is taken as it stands.
-
-/// Beyond it a number is no measurement, and no longer fits every text and integer made of it.
-constexpr double kLargestNumber = 1e9;
 
 auto number(double fallback, double lowest = -kLargestNumber, double highest = kLargestNumber) {
     return [=](const SettingsStore& settings, std::string_view key) {
@@ -27,7 +25,7 @@ auto number(double fallback, double lowest = -kLargestNumber, double highest = k
 std::int64_t readPort(const SettingsStore& settings, std::string_view key) {
     constexpr std::int64_t kRigctldPort = 4532;
     const std::int64_t stored = settings.integer(key);
-    return stored > 0 && stored <= 65535 ? stored : kRigctldPort;
+    return stored > 0 && stored <= kHighestPort ? stored : kRigctldPort;
 }
 
 bool readFlag(const SettingsStore& settings, std::string_view key) {
@@ -86,8 +84,8 @@ void AppState::restoreSettings() {
     constexpr double kShortestHours = 0.01;
     constexpr double kLongestHours = 24 * 366;
 
-    persist(obsLatitude, "obsLat", number(33.87, -90));
-    persist(obsLongitude, "obsLon", number(-84.34, -180));
+    persist(obsLatitude, "obsLat", number(33.87, kLowestLatitude));
+    persist(obsLongitude, "obsLon", number(-84.34, kLowestLongitude));
     persist(obsAltitude, "obsAlt", number(300.0));
     persist(obsName, "obsName", text("Home"));
     persist(rigHost, "rigHost", text("localhost"));
@@ -100,8 +98,8 @@ void AppState::restoreSettings() {
     persist(polarBearingLine, "polarBearingLine", readFlag);
     persist(obs2Enabled, "obs2Enabled", readFlag);
     persist(obs2Name, "obs2Name", text("Site 2"));
-    persist(obs2Latitude, "obs2Lat", number(0));
-    persist(obs2Longitude, "obs2Lon", number(0));
+    persist(obs2Latitude, "obs2Lat", number(0, kLowestLatitude));
+    persist(obs2Longitude, "obs2Lon", number(0, kLowestLongitude));
     persist(timelineHoursVisible, "timelineHours", number(12.0, kShortestHours, kLongestHours));
     persist(subscribedCategories, "tleCategories", readGroups);
     persist(selectedSatelliteIds, "selectedSatIds", readIds);

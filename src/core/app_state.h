@@ -178,6 +178,7 @@ class AppState : public std::enable_shared_from_this<AppState> {
     TLEManager& elements() { return elements_; }
     /// For what only one view shows and remembers.
     SettingsStore& settings() { return machine_.settings; }
+    LocationService& location() { return machine_.location; }
 
     /// Look angles now and half a second ahead, for the tick; the tracked body's own propagation
     /// unless a test hands in another.

@@ -83,6 +83,8 @@ TEST_F(Settings, ValuesThatWouldStopTheProgramReadAsMissing) {
     for (const double bad : {-180.5, 1e300, -infinity}) {
         EXPECT_EQ(startWith("obsLon", bad).obsLongitude, -84.34) << bad;
     }
+    EXPECT_EQ(startWith("obs2Lat", -90.5).obs2Latitude, 0) << "its locator is shown";
+    EXPECT_EQ(startWith("obs2Lon", -180.5).obs2Longitude, 0);
     for (const std::int64_t bad : {-1, 65536, 1 << 30}) {
         EXPECT_EQ(startWith("rigPort", bad).rigPort, 4532) << bad;
     }
