@@ -4,7 +4,9 @@
 
 #include <array>
 #include <cmath>
+#include <ctime>
 
+#include "base/checked.h"
 #include "core/pass_info.h"
 
 namespace veloran {
@@ -18,17 +20,26 @@ double whole(double value) {
     return std::trunc(value) + 0.0;
 }
 
-std::string numberText(double value, int decimals, std::string_view unit) {
-    if (!std::isfinite(value)) return std::string(kNone);
-    return fmt::format("{:.{}f}{}", value, decimals, unit);
-}
-
 std::string signedText(double value, int decimals, std::string_view unit) {
     if (!std::isfinite(value)) return std::string(kNone);
     return fmt::format("{:+.{}f}{}", value, decimals, unit);
 }
 
+std::optional<std::tm> localTime(Instant t) {
+    const double unixSeconds = std::floor(t.unixSeconds());
+    if (!fitsInt64(unixSeconds)) return std::nullopt;
+    const std::time_t seconds = checkedInt64(unixSeconds);
+    std::tm local{};
+    if (!localtime_r(&seconds, &local)) return std::nullopt;
+    return local;
+}
+
 }  // namespace
+
+std::string numberText(double value, int decimals, std::string_view unit) {
+    if (!std::isfinite(value)) return std::string(kNone);
+    return fmt::format("{:.{}f}{}", value, decimals, unit);
+}
 
 std::string formatBigFreq(double hz) {
     if (hz == 0 || !std::isfinite(hz)) return std::string(kNone);
@@ -112,7 +123,18 @@ std::string formatDuration(double seconds) {
 }
 
 std::string listTime(Instant t) {
-    return localTimeText(t, false);
+    return calendarTime(t, false);
+}
+
+std::string calendarTime(Instant t, bool withDay) {
+    static constexpr std::array<const char*, 12> kMonths{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                                         "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+    const auto local = localTime(t);
+    if (!local) return std::string(kNone);
+    const std::string clock = fmt::format("{:02}:{:02}", local->tm_hour, local->tm_min);
+    if (!withDay) return clock;
+    return fmt::format("{} {} {}", kMonths.at(static_cast<std::size_t>(local->tm_mon)),
+                       local->tm_mday, clock);
 }
 
 std::string observerPosition(double latitude, double longitude) {

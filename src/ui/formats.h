@@ -15,6 +15,9 @@ namespace veloran {
 // The texts of the views as pure functions, the same under every locale. A number that is not
 // finite reads "—" wherever a number would stand.
 
+/// "12.30 km" with `decimals` 2 and `unit` " km".
+std::string numberText(double value, int decimals, std::string_view unit);
+
 // ---- Frequencies, hertz.
 std::string formatBigFreq(double hz);   ///< "145.800.000", a dial's three groups; "—" for 0
 std::string formatMHz(double hz);       ///< "145.800000 MHz"; "—" for 0
@@ -40,6 +43,8 @@ std::string listDirection(std::span<const PassPoint> trackPoints);
 std::string relativeTime(double secondsAhead);  ///< "in 1h 5m", "in 0m"; "now" once it has begun
 std::string formatDuration(double seconds);     ///< "10m05s"
 std::string listTime(Instant t);                ///< "HH:mm" in the system's time zone
+/// The same, behind the day where that is wanted: "Oct 4 15:37"; "—" beyond the calendar.
+std::string calendarTime(Instant t, bool withDay);
 
 // ---- Small labels.
 std::string observerPosition(double latitude, double longitude);  ///< "33.8700°N 84.3400°W"

@@ -56,6 +56,13 @@ TEST(Formats, FrequenciesBeyondAnyIntegerStillPrint) {
     EXPECT_EQ(formatDuration(-61), "-1m-1s");
 }
 
+TEST(Formats, ATimeBeyondTheCalendarReadsAsNone) {
+    EXPECT_EQ(calendarTime(Instant{844357039}, true), "Oct 4 15:37");
+    EXPECT_EQ(calendarTime(Instant{844357039}, false), "15:37");
+    EXPECT_EQ(calendarTime(Instant{1e30}, true), "—");
+    EXPECT_EQ(listTime(Instant{kNan}), "—");
+}
+
 TEST(Formats, NumbersThatAreNotFiniteReadAsNone) {
     for (const double odd : {kInfinity, -kInfinity, kNan}) {
         EXPECT_EQ(formatBigFreq(odd), "—");

@@ -12,6 +12,7 @@
 #include "ui/scene/queue_mark.h"
 #include "ui/scene/scene_painter.h"
 #include "ui/theme.h"
+#include "ui/widgets/row_painting.h"
 
 namespace veloran {
 
@@ -25,39 +26,6 @@ constexpr int kThumbnail = 60;
 constexpr int kLineSpacing = 3;
 constexpr int kDot = 10;
 constexpr int kDividerIndent = 52;
-
-/// Draws pieces of text on one line, from either end.
-class TextLine {
-  public:
-    TextLine(QPainter& painter, QRect area, const QColor& background)
-        : painter_(painter), area_(area), background_(background) {}
-
-    void left(const QString& text, const QFont& font, const Tint& tint, int gap) {
-        const QFontMetrics metrics(font);
-        draw(area_.left(), metrics.elidedText(text, Qt::ElideRight, area_.width()), font, tint);
-        area_.setLeft(area_.left() + metrics.horizontalAdvance(text) + gap);
-    }
-    void right(const QString& text, const QFont& font, const Tint& tint, int gap) {
-        const int width = QFontMetrics(font).horizontalAdvance(text);
-        draw(area_.right() + 1 - width, text, font, tint);
-        area_.setRight(area_.right() - width - gap);
-    }
-    void skip(int width) { area_.setLeft(area_.left() + width); }
-
-  private:
-    void draw(int x, const QString& text, const QFont& font, const Tint& tint) {
-        const QFontMetrics metrics(font);
-        const int baseline =
-            area_.top() + (area_.height() - metrics.height()) / 2 + metrics.ascent();
-        painter_.setFont(font);
-        painter_.setPen(Theme::text(tint, background_));
-        painter_.drawText(x, baseline, text);
-    }
-
-    QPainter& painter_;
-    QRect area_;
-    QColor background_;
-};
 
 void drawTexts(QPainter& painter, const QRect& area, const PassRowLook& look,
                const QColor& satelliteColor, const QColor& background) {
@@ -133,9 +101,7 @@ void PassRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
     divider.setTop(divider.bottom());
     painter->fillRect(divider, Theme::color(Ink::separator));
     if (option.state & QStyle::State_HasFocus) {
-        painter->setBrush(Qt::NoBrush);
-        painter->setPen(QPen(Theme::color(Ink::blue), 1.5));
-        painter->drawRoundedRect(QRectF(option.rect).adjusted(1, 1, -1, -2), 3, 3);
+        drawRowFocus(*painter, option.rect.adjusted(0, 0, 0, -1));
     }
     painter->restore();
 }

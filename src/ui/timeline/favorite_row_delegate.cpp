@@ -4,14 +4,13 @@
 #include <QFontMetrics>
 #include <QHelpEvent>
 #include <QPainter>
-#include <QToolTip>
 #include <algorithm>
 
 #include "ui/q_text.h"
 #include "ui/symbol_icon.h"
 #include "ui/theme.h"
 #include "ui/timeline/favorites_model.h"
-#include "ui/widgets/fitted_text.h"
+#include "ui/widgets/row_painting.h"
 
 namespace veloran {
 
@@ -36,20 +35,10 @@ QFont nameFont() {
     return Theme::mono(15, QFont::DemiBold);
 }
 
-/// The text, made to fit its column, on the middle line.
 void drawText(QPainter& painter, const QRect& area, const std::string& text, const QFont& font,
               const Tint& tint, Qt::Alignment side) {
-    if (text.empty() || area.width() <= 0) return;
-    const FittedText fitted =
-        fittedText(font, qText(text), area.width(), kSmallestPixels, Qt::ElideRight);
-    painter.setFont(fitted.font);
-    painter.setPen(Theme::text(tint, Theme::color(Ink::window)));
-    painter.drawText(area, static_cast<int>(side | Qt::AlignVCenter) | Qt::TextSingleLine,
-                     fitted.text);
-}
-
-QRect middle(const QRect& area, int size) {
-    return {area.left(), area.center().y() - size / 2, size, size};
+    drawRowText(painter, area, {qText(text), font, tint, side, kSmallestPixels},
+                Theme::color(Ink::window));
 }
 
 void drawPasses(QPainter& painter, const QRect& area, const std::string& count) {
@@ -58,7 +47,7 @@ void drawPasses(QPainter& painter, const QRect& area, const std::string& count) 
     drawText(painter, area, count, font, {Ink::green}, Qt::AlignRight);
     const int textLeft =
         area.right() + 1 - QFontMetrics(font).horizontalAdvance(qText(count)) - kArrow - 2;
-    paintSymbol(painter, middle(area.translated(textLeft - area.left(), 0), kArrow),
+    paintSymbol(painter, middleSquare(area.translated(textLeft - area.left(), 0), kArrow),
                 Symbol::arrowUpRight, Theme::color(Ink::green));
 }
 
@@ -102,19 +91,17 @@ void FavoriteRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& o
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);
     painter->setBrush(Theme::color(look.color));
-    painter->drawEllipse(middle(columns.dot, kDot));
+    painter->drawEllipse(middleSquare(columns.dot, kDot));
     drawText(*painter, columns.name, look.name, nameFont(), {Ink::primary}, Qt::AlignLeft);
     drawText(*painter, columns.sources, look.sources, Theme::mono(12), {Ink::secondary, 0.7},
              Qt::AlignLeft);
     drawText(*painter, columns.age, look.age, Theme::mono(14), look.ageInk, Qt::AlignRight);
     drawPasses(*painter, columns.passes, look.passes);
     drawText(*painter, columns.channel, look.channel, Theme::mono(14), {Ink::cyan}, Qt::AlignRight);
-    paintSymbol(*painter, middle(columns.remove, kRemove), Symbol::crossDisc,
+    paintSymbol(*painter, middleSquare(columns.remove, kRemove), Symbol::crossDisc,
                 Theme::color(Ink::red, 0.7));
     if (option.state & QStyle::State_HasFocus) {
-        painter->setBrush(Qt::NoBrush);
-        painter->setPen(QPen(Theme::color(Ink::blue), 1.5));
-        painter->drawRoundedRect(QRectF(option.rect).adjusted(1, 1, -1, -1), 3, 3);
+        drawRowFocus(*painter, option.rect);
     }
     painter->restore();
 }
@@ -137,10 +124,7 @@ bool FavoriteRowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
     if (event->type() != QEvent::ToolTip || !index.isValid()) {
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     }
-    // Names come from outside: their markup is not obeyed, and no text hides what is there.
-    const QString help = helpAt(event->pos(), option.rect, index.row());
-    QToolTip::showText(event->globalPos(),
-                       help.isEmpty() ? QString() : "<p>" + help.toHtmlEscaped() + "</p>", view);
+    showRowHelp(*event, view, helpAt(event->pos(), option.rect, index.row()));
     return true;
 }
 

@@ -2,11 +2,8 @@
 
 #include <fmt/format.h>
 
-#include <array>
 #include <cmath>
-#include <ctime>
 
-#include "base/checked.h"
 #include "ui/formats.h"
 #include "ui/timeline/timeline_scene.h"
 
@@ -15,15 +12,6 @@ namespace veloran {
 namespace {
 
 constexpr double kDayHours = 24;
-
-std::optional<std::tm> localTime(Instant t) {
-    const double unixSeconds = std::floor(t.unixSeconds());
-    if (!fitsInt64(unixSeconds)) return std::nullopt;
-    const std::time_t seconds = checkedInt64(unixSeconds);
-    std::tm local{};
-    if (!localtime_r(&seconds, &local)) return std::nullopt;
-    return local;
-}
 
 }  // namespace
 
@@ -42,14 +30,7 @@ std::optional<std::string> autoThresholdText(double degrees) {
 }
 
 std::string timelineLabel(Instant start, double hoursFromStart, double hoursVisible) {
-    static constexpr std::array<const char*, 12> kMonths{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                                         "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-    const auto local = localTime(start + hoursFromStart * 3600);
-    if (!local) return "—";
-    const std::string clock = fmt::format("{:02}:{:02}", local->tm_hour, local->tm_min);
-    if (!(hoursVisible > kDayHours)) return clock;
-    return fmt::format("{} {} {}", kMonths.at(static_cast<std::size_t>(local->tm_mon)),
-                       local->tm_mday, clock);
+    return calendarTime(start + hoursFromStart * 3600, hoursVisible > kDayHours);
 }
 
 std::string passKey(std::int64_t satelliteId, Instant riseTime) {
