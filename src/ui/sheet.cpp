@@ -1,5 +1,6 @@
 #include "ui/sheet.h"
 
+#include <QPushButton>
 #include <QScreen>
 
 namespace veloran {
@@ -11,11 +12,25 @@ Sheet::Sheet(const QString& title, QWidget* window) : QDialog(window) {
 }
 
 void Sheet::present() {
-    adjustSize();
+    // Not adjustSize(), which leaves a third of the screen free.
+    QSize wanted = sizeHint();
     if (const QScreen* display = parentWidget() ? parentWidget()->screen() : screen()) {
-        resize(size().boundedTo(display->availableSize()));
+        wanted = wanted.boundedTo(display->availableSize());
     }
+    resize(wanted);
+    makeDefaultButtonKnown();
     open();
+}
+
+/// A dialog learns of its default button only from one that is set or moved within it, and takes
+/// another when it knows of none.
+void Sheet::makeDefaultButtonKnown() {
+    for (auto* button : findChildren<QPushButton*>()) {
+        if (!button->isDefault()) continue;
+        button->setDefault(false);
+        button->setDefault(true);
+        return;
+    }
 }
 
 }  // namespace veloran

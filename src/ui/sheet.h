@@ -13,6 +13,9 @@ class Sheet : public QDialog {
 
     /// Shows it over the middle of its window, no larger than the screen has room.
     void present();
+
+  private:
+    void makeDefaultButtonKnown();
 };
 
 }  // namespace veloran

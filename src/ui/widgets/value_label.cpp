@@ -134,7 +134,7 @@ bool ValueLabel::isCut() const {
 }
 
 FittedText ValueLabel::fitted() const {
-    return fittedText(font(style_.pixels), text_, width(), kSmallestPixels, Qt::ElideRight);
+    return fittedText(font(style_.pixels), text_, width(), kSmallestPixels, cutAt_);
 }
 
 QFont ValueLabel::font(int pixels) const {

@@ -35,6 +35,7 @@ class ValueLabel : public QWidget {
     const QString& text() const { return text_; }
     void setText(const QString& text);
     void setText(std::string_view utf8) { setText(qText(utf8)); }
+    const TextStyle& textStyle() const { return style_; }
     void setTextStyle(const TextStyle& style);
 
     /// Keeps room for `sample` at least.
@@ -44,6 +45,8 @@ class ValueLabel : public QWidget {
     /// May become as narrow as the layout needs.
     void setElastic();
     void setAlignment(Qt::Alignment horizontal);
+    /// Where a text that does not fit is cut; at its end unless told.
+    void setElideMode(Qt::TextElideMode mode) { cutAt_ = mode; }
     /// Draws on the baseline of a larger text beside it, and takes its height.
     void alignToFirstBaselineOf(const QFont& larger);
 
@@ -67,6 +70,7 @@ class ValueLabel : public QWidget {
     bool fixedHint_ = false;
     bool elastic_ = false;
     Qt::Alignment alignment_ = Qt::AlignLeft;
+    Qt::TextElideMode cutAt_ = Qt::ElideRight;
     std::optional<QFont> baselineFont_;
 };
 
