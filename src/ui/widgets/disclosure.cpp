@@ -1,6 +1,7 @@
 #include "ui/widgets/disclosure.h"
 
 #include <QHBoxLayout>
+#include <QStyleOptionToolButton>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -14,11 +15,22 @@ namespace {
 
 constexpr int kIndent = 18;
 
+/// Open or not, it is no pressed button.
+class Heading final : public QToolButton {
+  protected:
+    void initStyleOption(QStyleOptionToolButton* option) const override {
+        QToolButton::initStyleOption(option);
+        if (!isChecked() || isDown()) return;
+        option->state.setFlag(QStyle::State_On, false);
+        option->state.setFlag(QStyle::State_Raised);
+    }
+};
+
 }  // namespace
 
 Disclosure::Disclosure(const QString& heading, int pixels, QWidget* content, QWidget* parent)
     : QWidget(parent),
-      heading_(new QToolButton),
+      heading_(new Heading),
       detail_(new ValueLabel({10, QFont::Normal, Ink::secondary, 1, false})),
       content_(content) {
     heading_->setObjectName("disclosureHeading");
@@ -49,7 +61,8 @@ Disclosure::Disclosure(const QString& heading, int pixels, QWidget* content, QWi
 }
 
 void Disclosure::setHeading(const QString& heading) {
-    heading_->setText(heading);
+    // An ampersand would mark a key.
+    heading_->setText(QString(heading).replace('&', "&&"));
     heading_->setAccessibleName(heading);
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QKeySequence>
 #include <QLabel>
 #include <QTest>
 #include <QToolButton>
@@ -20,6 +21,14 @@ TEST(DisclosureTest, OpensAndClosesByPointerAndKeyboard) {
     QTest::keyClick(heading, Qt::Key_Space);
     EXPECT_FALSE(disclosure.isOpen());
     EXPECT_FALSE(content->isVisibleTo(&disclosure));
+}
+
+TEST(DisclosureTest, AmpersandIsNoKeyToPress) {
+    Disclosure disclosure("Weather & Earth", 11, new QLabel);
+    const auto* heading = disclosure.findChild<QToolButton*>("disclosureHeading");
+    EXPECT_EQ(heading->text(), "Weather && Earth");
+    EXPECT_EQ(heading->accessibleName(), "Weather & Earth");
+    EXPECT_TRUE(heading->shortcut().isEmpty());
 }
 
 TEST(DisclosureTest, DetailIsShownAndSpoken) {
