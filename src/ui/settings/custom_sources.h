@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QWidget>
+#include <memory>
+#include <vector>
+
+#include "core/app_state.h"
+
+class QLineEdit;
+class QPushButton;
+class QVBoxLayout;
+
+namespace veloran {
+
+class SwitchRow;
+
+/// The user's own download addresses: a switch for each, a row to add one, and ready-made offers.
+class CustomSources : public QWidget {
+    Q_OBJECT
+  public:
+    explicit CustomSources(std::shared_ptr<AppState> state);
+
+    const std::vector<UserTLESource>& sources() const { return sources_; }
+    /// Brings the switches up to date.
+    void showSubscriptions();
+
+  signals:
+    void sourcesChanged();
+
+  private:
+    struct Row {
+        QWidget* area;
+        SwitchRow* subscription;
+        QWidget* remove;
+    };
+
+    QWidget* makeRowsArea();
+    Row makeRow(const UserTLESource& source);
+    QWidget* makeAddRow();
+    QWidget* makePresets();
+    void addNewUserSource();
+    void addSource(const std::string& name, const std::string& url);
+    void removeUserSource(const UserTLESource& source);
+    void readSources();
+    void showRows();
+    void enableButtons();
+    bool isKnown(const std::string& url) const;
+
+    std::shared_ptr<AppState> state_;
+    std::vector<UserTLESource> sources_;
+    QVBoxLayout* column_ = nullptr;  // of the rows
+    std::vector<Row> rows_;          // as many as sources_
+    QLineEdit* name_;
+    QLineEdit* url_;
+    QPushButton* add_;
+    std::vector<QPushButton*> presets_;  // as many as state_->presetSources()
+};
+
+}  // namespace veloran

@@ -1,0 +1,219 @@
+#include "ui/settings/sources_section.h"
+
+#include <gmock/gmock.h>
+
+#include "settings_fixture.h"
+#include "ui/settings/custom_sources.h"
+#include "ui/theme.h"
+#include "ui/widgets/disclosure.h"
+#include "ui/widgets/switch_button.h"
+
+namespace veloran::test {
+namespace {
+
+class SourcesSectionTest : public SettingsFixture {
+  protected:
+    Disclosure& disclosure(const char* name) { return child<Disclosure>(*sheet, name); }
+    bool isOn(const char* name) { return child<SwitchButton>(*sheet, name).isChecked(); }
+    bool isEnabled(const char* name) { return child<QPushButton>(*sheet, name).isEnabled(); }
+    bool isSubscribed(const char* key) { return state->subscribedCategories->contains(key); }
+
+    void add(const QString& name, const QString& url) {
+        field("newSourceName").setText(name);
+        field("newSourceURL").setText(url);
+        click("addSource");
+        dropOldRows();
+    }
+    static void dropOldRows() {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    std::vector<UserTLESource> stored() { return state->userSources().load(); }
+};
+
+TEST_F(SourcesSectionTest, OneGroupPerSectionInTheOrderOfTheCatalogue) {
+    QStringList names;
+    for (const auto* found : sheet->findChildren<Disclosure*>()) names << found->objectName();
+    EXPECT_EQ(names,
+              (QStringList{"section Amateur & Stations", "section Special",
+                           "section Weather & Earth", "section Navigation",
+                           "section Communications", "section Scientific", "customSources"}));
+    EXPECT_FALSE(disclosure("section Special").isOpen());
+}
+
+TEST_F(SourcesSectionTest, HeadingsCountTheSubscribedGroups) {
+    EXPECT_EQ(disclosure("section Amateur & Stations").detail(), "2/4");
+    EXPECT_EQ(disclosure("section Special").detail(), "3") << "none of them";
+    click("group visual");
+    sheet->refresh();
+    EXPECT_EQ(disclosure("section Special").detail(), "1/3");
+}
+
+TEST_F(SourcesSectionTest, SwitchSubscribesAndLoadsAtOnce) {
+    EXPECT_TRUE(isOn("group amateur"));
+    EXPECT_FALSE(isOn("group weather"));
+    click("group weather");
+    EXPECT_TRUE(isSubscribed("weather"));
+    EXPECT_TRUE(state->isLoadingTLEs);
+    machine.loop.runPosted();
+    EXPECT_FALSE(state->isLoadingTLEs);
+    click("group amateur");
+    EXPECT_FALSE(isSubscribed("amateur"));
+    EXPECT_TRUE(state->isLoadingTLEs);
+    click("cancelButton");
+    EXPECT_EQ(state->subscribedCategories.get(), (std::set<std::string>{"stations", "weather"}));
+}
+
+TEST_F(SourcesSectionTest, SwitchesFollowSubscriptionsMadeElsewhere) {
+    state->subscribedCategories = std::set<std::string>{"goes"};
+    sheet->refresh();
+    EXPECT_FALSE(isOn("group amateur"));
+    EXPECT_TRUE(isOn("group goes"));
+    EXPECT_FALSE(state->isLoadingTLEs) << "following is no change";
+}
+
+TEST_F(SourcesSectionTest, AgeOfTheElementsTellsAndColours) {
+    for (const auto& [seconds, text, ink] : {std::tuple{30.0, "TLE age: < 1m ago", Ink::green},
+                                             {100000.0, "TLE age: 1d ago", Ink::yellow},
+                                             {999999.0, "TLE age: 11d ago", Ink::red}}) {
+        state->tleAge = seconds;
+        sheet->refresh();
+        EXPECT_EQ(textOf(*sheet, "tleAge"), text);
+        EXPECT_EQ(child<ValueLabel>(*sheet, "tleAge").textStyle().ink, ink);
+    }
+}
+
+TEST_F(SourcesSectionTest, RefreshNowDownloadsAnew) {
+    machine.files.files["/home/test/.veloran/tle/amateur.timestamp"] =
+        std::to_string(machine.loop.now().unixSeconds());
+    click("refreshNow");
+    EXPECT_TRUE(state->isLoadingTLEs);
+    machine.loop.runPosted();
+    EXPECT_FALSE(machine.files.files.contains("/home/test/.veloran/tle/amateur.timestamp"));
+    EXPECT_EQ(machine.http.requests.size(), 2u);
+}
+
+// ---- The user's own.
+
+TEST_F(SourcesSectionTest, AddNeedsBothTexts) {
+    EXPECT_FALSE(isEnabled("addSource"));
+    field("newSourceName").setText("CSN");
+    EXPECT_FALSE(isEnabled("addSource"));
+    field("newSourceURL").setText("http://a/x");
+    EXPECT_TRUE(isEnabled("addSource"));
+    field("newSourceName").clear();
+    EXPECT_FALSE(isEnabled("addSource"));
+}
+
+TEST_F(SourcesSectionTest, AddedSourceIsStoredSubscribedAndLoaded) {
+    EXPECT_EQ(disclosure("customSources").detail(), "");
+    add("My List", "http://a/x");
+    ASSERT_EQ(stored().size(), 1u);
+    EXPECT_EQ(stored()[0].name, "My List");
+    EXPECT_EQ(stored()[0].url, "http://a/x");
+    EXPECT_TRUE(isSubscribed("user:My_List"));
+    EXPECT_TRUE(isOn("source http://a/x"));
+    EXPECT_EQ(field("newSourceName").text(), "");
+    EXPECT_EQ(field("newSourceURL").text(), "");
+    EXPECT_FALSE(isEnabled("addSource"));
+    EXPECT_EQ(disclosure("customSources").detail(), "1");
+    EXPECT_TRUE(state->isLoadingTLEs);
+    machine.loop.runPosted();
+    EXPECT_THAT(machine.http.requests, ::testing::Contains("http://a/x"));
+}
+
+TEST_F(SourcesSectionTest, KnownAddressIsNotStoredAgainButItsNewNameIsSubscribed) {
+    add("A", "http://a/x");
+    add("B", "http://a/x");
+    EXPECT_EQ(stored().size(), 1u);
+    EXPECT_TRUE(isSubscribed("user:A"));
+    EXPECT_TRUE(isSubscribed("user:B"));
+    EXPECT_EQ(field("newSourceName").text(), "");
+}
+
+TEST_F(SourcesSectionTest, TextThatIsNoAddressIsStoredAndNeverAskedFor) {
+    add("Odd", "not an address");
+    EXPECT_EQ(stored().size(), 1u);
+    machine.loop.runPosted();
+    EXPECT_THAT(machine.http.requests, ::testing::Not(::testing::Contains("not an address")));
+    EXPECT_FALSE(state->isLoadingTLEs);
+}
+
+TEST_F(SourcesSectionTest, SwitchOfASourceActsAtOnce) {
+    add("A", "http://a/x");
+    machine.loop.runPosted();
+    click("source http://a/x");
+    EXPECT_FALSE(isSubscribed("user:A"));
+    EXPECT_TRUE(state->isLoadingTLEs);
+    click("source http://a/x");
+    EXPECT_TRUE(isSubscribed("user:A"));
+}
+
+TEST_F(SourcesSectionTest, RemovingASourceDropsItsSubscription) {
+    add("A", "http://a/x");
+    add("B", "http://a/y");
+    machine.loop.runPosted();
+    const auto& remove = child<QWidget>(*sheet, "remove http://a/x");
+    EXPECT_EQ(remove.toolTip(), "Remove this custom URL source");
+    click("remove http://a/x");
+    dropOldRows();
+    ASSERT_EQ(stored().size(), 1u);
+    EXPECT_EQ(stored()[0].name, "B");
+    EXPECT_FALSE(isSubscribed("user:A"));
+    EXPECT_TRUE(isSubscribed("user:B"));
+    EXPECT_TRUE(state->isLoadingTLEs);
+    EXPECT_EQ(disclosure("customSources").detail(), "1");
+    EXPECT_EQ(sheet->findChild<QWidget*>("source http://a/x"), nullptr);
+}
+
+TEST_F(SourcesSectionTest, PresetIsAddedOnceAndOfferedAgainWhenRemoved) {
+    const auto preset = state->presetSources().at(0);
+    ASSERT_EQ(preset.name, "CSN Technologies");
+    EXPECT_TRUE(isEnabled("preset CSN Technologies"));
+    EXPECT_TRUE(isEnabled("preset AMSAT NASA.all"));
+    click("preset CSN Technologies");
+    ASSERT_EQ(stored().size(), 1u);
+    EXPECT_EQ(stored()[0].url, preset.url);
+    EXPECT_TRUE(isSubscribed("user:CSN_Technologies"));
+    EXPECT_FALSE(isEnabled("preset CSN Technologies"));
+    EXPECT_TRUE(isEnabled("preset AMSAT NASA.all"));
+    dropOldRows();
+    click(("remove " + preset.url).c_str());
+    EXPECT_TRUE(isEnabled("preset CSN Technologies"));
+}
+
+TEST_F(SourcesSectionTest, PresetIsNotOfferedWhenItsAddressIsThereUnderAnotherName) {
+    add("Mine", QString::fromStdString(state->presetSources().at(1).url));
+    EXPECT_FALSE(isEnabled("preset AMSAT NASA.all"));
+}
+
+TEST_F(SourcesSectionTest, FocusStaysInTheRowsWhenOneIsRemoved) {
+    disclosure("customSources").setOpen(true);
+    add("A", "http://a/x");
+    add("B", "http://a/y");
+    sheet->activateWindow();
+    auto& remove = child<QWidget>(*sheet, "remove http://a/x");
+    remove.setFocus();
+    QTest::keyClick(&remove, Qt::Key_Space);
+    dropOldRows();
+    ASSERT_TRUE(QApplication::focusWidget());
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "remove http://a/y");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    dropOldRows();
+    ASSERT_TRUE(QApplication::focusWidget());
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "newSourceName");
+}
+
+TEST_F(SourcesSectionTest, TabGoesThroughTheRowsBeforeTheRowThatAdds) {
+    add("A", "http://a/x");
+    add("B", "http://a/y");
+    QStringList names;
+    const QWidget* first = &child<QWidget>(*sheet, "source http://a/x");
+    for (const QWidget* w = first; names.size() < 5; w = w->nextInFocusChain()) {
+        if (w->focusPolicy() & Qt::TabFocus) names << w->objectName();
+    }
+    EXPECT_EQ(names, (QStringList{"source http://a/x", "remove http://a/x", "source http://a/y",
+                                  "remove http://a/y", "newSourceName"}));
+}
+
+}  // namespace
+}  // namespace veloran::test
