@@ -2,9 +2,10 @@
 
 #include <QApplication>
 #include <QFontDatabase>
+#include <QPainter>
 #include <QPalette>
-#include <QStyle>
-#include <QStyleFactory>
+#include <QProxyStyle>
+#include <QStyleOption>
 #include <algorithm>
 #include <cmath>
 
@@ -61,13 +62,32 @@ QPalette palette() {
     return p;
 }
 
+/// Its own frame of a check box is darker than the window: on a dark one an empty box would not be
+/// seen.
+class ThemeStyle final : public QProxyStyle {
+  public:
+    ThemeStyle() : QProxyStyle("Fusion") {}
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        if (element != PE_IndicatorCheckBox) return;
+        const double opacity = option->state.testFlag(State_Enabled) ? 0.8 : 0.4;
+        painter->save();
+        painter->setPen(Theme::color(Ink::secondary, opacity));
+        painter->setBrush(Qt::NoBrush);
+        painter->drawRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5));
+        painter->restore();
+    }
+};
+
 }  // namespace
 
 void Theme::apply(bool dark) {
     darkApplied = dark;
     ++applications;
-    if (QApplication::style() == nullptr || QApplication::style()->name() != "fusion") {
-        QApplication::setStyle(QStyleFactory::create("Fusion"));
+    if (dynamic_cast<ThemeStyle*>(QApplication::style()) == nullptr) {
+        QApplication::setStyle(new ThemeStyle);
     }
     QApplication::setPalette(palette());
     QApplication::setFont(face(13));
@@ -118,7 +138,12 @@ int Theme::revision() {
 }
 
 QFont Theme::mono(int pixels, QFont::Weight weight) {
-    static const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    // The columns of figures are laid out for this face; the system's own is wider on some.
+    static const QFont fixed = [] {
+        QFont chosen = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+        chosen.setFamilies({"DejaVu Sans Mono", chosen.family()});
+        return chosen;
+    }();
     QFont font = fixed;
     font.setPixelSize(pixels);
     font.setWeight(weight);

@@ -14,7 +14,8 @@ constexpr int kPadding = 6;
 constexpr int kHeight = 22;
 
 QFont fontOf(const TextStyle& style) {
-    return Theme::mono(style.pixels, style.weight);
+    return style.mono ? Theme::mono(style.pixels, style.weight)
+                      : Theme::face(style.pixels, style.weight);
 }
 
 int widthOf(const QString& text, const TextStyle& style) {
