@@ -41,6 +41,7 @@ ContentView::ContentView(std::shared_ptr<AppState> state, const StateRefresher& 
     setMinimumSize(1050, 700);
     auto* titleBar = new TitleBar(state_);
     auto* detailPanel = new DetailPanel(state_);
+    connect(titleBar, &TitleBar::browserRequested, this, &ContentView::browserRequested);
     connect(&refresher, &StateRefresher::refresh, titleBar, &TitleBar::refresh);
     connect(&refresher, &StateRefresher::refresh, detailPanel, &DetailPanel::refresh);
 
@@ -74,6 +75,7 @@ QWidget* ContentView::makeLeftPane(const StateRefresher& refresher) {
     skyTrack->setMinimumHeight(150);
     auto* passList = new PassListView(state_);
     passList->setMinimumHeight(120);
+    connect(skyTrack, &SkyTrackView::browserRequested, this, &ContentView::browserRequested);
     connect(&refresher, &StateRefresher::refresh, skyTrack, &SkyTrackView::refresh);
     connect(&refresher, &StateRefresher::refresh, passList, &PassListView::refresh);
 

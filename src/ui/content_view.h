@@ -17,6 +17,10 @@ class ContentView : public QWidget {
     ContentView(std::shared_ptr<AppState> state, const StateRefresher& refresher,
                 QWidget* parent = nullptr);
 
+  signals:
+    /// The window to choose satellites in is wanted.
+    void browserRequested();
+
   protected:
     void paintEvent(QPaintEvent* event) override;
 

@@ -6,30 +6,39 @@
 #include <QMessageBox>
 
 #include "ui/application_version.h"
+#include "ui/browser/satellite_browser.h"
 #include "ui/commands.h"
 #include "ui/content_view.h"
 #include "ui/formats.h"
+#include "ui/quick_list/satellite_list_view.h"
+#include "ui/settings/settings_view.h"
 #include "ui/state_refresher.h"
 #include "ui/symbol_icon.h"
 
 namespace veloran {
 
 MainWindow::MainWindow(std::shared_ptr<AppState> state, QWidget* parent)
-    : QMainWindow(parent), state_(std::move(state)) {
+    : QMainWindow(parent),
+      state_(std::move(state)),
+      refresher_(new StateRefresher(state_->objectWillChange, this)) {
     setObjectName("mainWindow");
     setWindowTitle("Veloran");
     setWindowIcon(applicationIcon());
     makeFileMenu();
     makeTrackingMenu();
     makeViewMenu();
+    makeWindowMenu();
     makeHelpMenu();
     resize(1200, 800);
 
-    auto* refresher = new StateRefresher(state_->objectWillChange, this);
-    setCentralWidget(new ContentView(state_, *refresher));
-    connect(refresher, &StateRefresher::refresh, this, &MainWindow::refresh);
+    auto* content = new ContentView(state_, *refresher_);
+    connect(content, &ContentView::browserRequested, this, &MainWindow::openBrowser);
+    setCentralWidget(content);
+    connect(refresher_, &StateRefresher::refresh, this, &MainWindow::refresh);
     refresh();
 }
+
+MainWindow::~MainWindow() = default;
 
 void MainWindow::makeFileMenu() {
     QMenu* menu = menuBar()->addMenu(tr("&File"));
@@ -55,6 +64,14 @@ void MainWindow::makeTrackingMenu() {
 
 void MainWindow::makeViewMenu() {
     QMenu* menu = menuBar()->addMenu(tr("&View"));
+    menu->addAction(tr("Satellite List (Quick)"), Qt::CTRL | Qt::Key_L, this,
+                    [this] { state_->showSatelliteList = !state_->showSatelliteList; })
+        ->setObjectName("satelliteListAction");
+    QAction* settings = menu->addAction(tr("Settings"), Qt::CTRL | Qt::Key_Comma, this,
+                                        [this] { state_->showSettings = !state_->showSettings; });
+    settings->setObjectName("settingsAction");
+    settings->setMenuRole(QAction::PreferencesRole);
+    menu->addSeparator();
     QAction* in = menu->addAction(tr("Zoom In"), this, [this] { zoomIn(*state_); });
     in->setObjectName("zoomInAction");
     // Where the plus sign needs the shift key, the key alone does as well.
@@ -64,6 +81,12 @@ void MainWindow::makeViewMenu() {
     menu->addAction(tr("Scroll to Now"), Qt::CTRL | Qt::Key_N, this,
                     [this] { scrollToNow(*state_); })
         ->setObjectName("scrollToNowAction");
+}
+
+void MainWindow::makeWindowMenu() {
+    QMenu* menu = menuBar()->addMenu(tr("&Window"));
+    menu->addAction(tr("Satellite Browser"), Qt::CTRL | Qt::Key_B, this, &MainWindow::openBrowser)
+        ->setObjectName("browserAction");
 }
 
 void MainWindow::makeHelpMenu() {
@@ -76,6 +99,30 @@ void MainWindow::makeHelpMenu() {
 void MainWindow::refresh() {
     startTracking_->setEnabled(state_->selectedPass->has_value());
     stopTracking_->setEnabled(state_->isTracking);
+    showSheet(state_->showSettings, settings_);
+    showSheet(state_->showSatelliteList, satelliteList_);
+}
+
+/// A sheet closes by itself when it is no longer wanted.
+template <class T>
+void MainWindow::showSheet(bool wanted, QPointer<T>& sheet) {
+    if (!wanted || sheet) return;
+    sheet = new T(state_, this);
+    connect(refresher_, &StateRefresher::refresh, sheet.data(), &T::refresh);
+    sheet->present();
+}
+
+void MainWindow::openBrowser() {
+    if (!browser_) browser_ = std::make_unique<SatelliteBrowser>(state_);
+    if (browser_->isMinimized()) browser_->showNormal();
+    browser_->show();
+    browser_->raise();
+    browser_->activateWindow();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (browser_) browser_->close();
+    QMainWindow::closeEvent(event);
 }
 
 void MainWindow::showAbout() {

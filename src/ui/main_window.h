@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPointer>
 #include <memory>
 
 #include "core/app_state.h"
@@ -9,21 +10,41 @@ class QAction;
 
 namespace veloran {
 
-/// The main window and its menus. Closing it does not end a session: that belongs to the state.
+class SatelliteBrowser;
+class SatelliteListView;
+class SettingsView;
+class StateRefresher;
+
+/// The main window, its menus and the sheets over it. It also opens the browser, which is a window
+/// of its own but closes with it. Closing it does not end a session: that belongs to the state.
 class MainWindow : public QMainWindow {
     Q_OBJECT
   public:
     explicit MainWindow(std::shared_ptr<AppState> state, QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    /// Opens the browser, or brings it forward.
+    void openBrowser();
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
 
   private:
     void makeFileMenu();
     void makeTrackingMenu();
     void makeViewMenu();
+    void makeWindowMenu();
     void makeHelpMenu();
     void refresh();
+    template <class T>
+    void showSheet(bool wanted, QPointer<T>& sheet);
     void showAbout();
 
     std::shared_ptr<AppState> state_;
+    StateRefresher* refresher_;
+    std::unique_ptr<SatelliteBrowser> browser_;  // from its first opening on
+    QPointer<SettingsView> settings_;
+    QPointer<SatelliteListView> satelliteList_;
     QAction* startTracking_;
     QAction* stopTracking_;
 };

@@ -1,10 +1,13 @@
 #include "ui/title_bar.h"
 
 #include <QHBoxLayout>
+#include <QProgressBar>
+#include <cmath>
 
 #include "ui/application_version.h"
 #include "ui/commands.h"
 #include "ui/formats.h"
+#include "ui/q_text.h"
 #include "ui/widgets/spinner.h"
 #include "ui/widgets/symbol_button.h"
 #include "ui/widgets/value_label.h"
@@ -33,16 +36,28 @@ TitleBar::TitleBar(std::shared_ptr<AppState> state, QWidget* parent)
     row->addWidget(makeStatusArea(), 1);
     row->addWidget(position_);
     row->addWidget(locator_);
-    row->addWidget(makeRefreshButton());
+    row->addWidget(makeButtons());
     refresh();
 }
 
 void TitleBar::refresh() {
     spinner_->setVisible(state_->isLoadingTLEs);
-    status_->setText(state_->isLoadingTLEs ? tr("Loading...").toStdString()
-                                           : state_->statusMessage.get());
+    showStatus();
+    progress_->setVisible(state_->passProgress->has_value());
+    progress_->setValue(static_cast<int>(std::lround(100 * state_->passProgress->value_or(0))));
     position_->setText(observerPosition(state_->obsLatitude, state_->obsLongitude));
     locator_->setText(state_->gridLocator.get());
+}
+
+void TitleBar::showStatus() {
+    const QString message = qText(state_->statusMessage.get());
+    const bool isLoading = state_->isLoadingTLEs;
+    status_->setText(isLoading ? tr("Loading...") : message);
+    // The spinner hides what is waited for; pointing at it tells.
+    const QString waitsFor = isLoading ? message : QString();
+    if (status_->toolTip() == waitsFor) return;
+    status_->setToolTip(waitsFor);
+    status_->setAccessibleDescription(waitsFor);
 }
 
 QWidget* TitleBar::makeStatusArea() {
@@ -53,21 +68,41 @@ QWidget* TitleBar::makeStatusArea() {
     status_->setObjectName("status");
     status_->setAccessibleName(tr("Status"));
     status_->setElastic();
+    progress_ = new QProgressBar;
+    progress_->setObjectName("passProgress");
+    progress_->setAccessibleName(tr("Search of passes"));
+    progress_->setTextVisible(false);
+    progress_->setFixedSize(80, 6);
     auto* row = new QHBoxLayout(area);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(6);
     row->addStretch();
     row->addWidget(spinner_);
     row->addWidget(status_);
+    row->addWidget(progress_);
     row->addStretch();
     return area;
 }
 
-QWidget* TitleBar::makeRefreshButton() {
-    auto* button = new SymbolButton(Symbol::arrowClockwise, 12, tr("Refresh Passes"));
-    button->setObjectName("refreshPassesButton");
-    connect(button, &QToolButton::clicked, this, [this] { refreshPasses(*state_); });
-    return button;
+QWidget* TitleBar::makeButtons() {
+    auto* area = new QWidget;
+    auto* row = new QHBoxLayout(area);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(12);
+    const auto add = [&](Symbol symbol, const QString& help, const char* name, auto action) {
+        auto* button = new SymbolButton(symbol, 12, help);
+        button->setObjectName(name);
+        connect(button, &QToolButton::clicked, this, action);
+        row->addWidget(button);
+    };
+    add(Symbol::grid, tr("Satellite Browser (Ctrl+B)"), "browserButton",
+        [this] { emit browserRequested(); });
+    add(Symbol::satellite, tr("Quick Satellite List"), "satelliteListButton",
+        [this] { state_->showSatelliteList = true; });
+    add(Symbol::arrowClockwise, tr("Refresh Passes"), "refreshPassesButton",
+        [this] { refreshPasses(*state_); });
+    add(Symbol::gear, tr("Settings"), "settingsButton", [this] { state_->showSettings = true; });
+    return area;
 }
 
 }  // namespace veloran

@@ -5,6 +5,8 @@
 
 #include "core/app_state.h"
 
+class QProgressBar;
+
 namespace veloran {
 
 class Spinner;
@@ -20,13 +22,18 @@ class TitleBar : public QWidget {
   public slots:
     void refresh();
 
+  signals:
+    void browserRequested();
+
   private:
+    void showStatus();
     QWidget* makeStatusArea();
-    QWidget* makeRefreshButton();
+    QWidget* makeButtons();
 
     std::shared_ptr<AppState> state_;
     Spinner* spinner_;
     ValueLabel* status_;
+    QProgressBar* progress_;
     ValueLabel* position_;
     ValueLabel* locator_;
 };

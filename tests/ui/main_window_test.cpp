@@ -1,7 +1,10 @@
 #include "ui/main_window.h"
 
+#include <QAbstractButton>
 #include <QAction>
+#include <QApplication>
 #include <QMenuBar>
+#include <QPointer>
 #include <QSplitter>
 #include <map>
 #include <set>
@@ -11,6 +14,8 @@
 #include "ui/detail/pass_column.h"
 #include "ui/detail/rig_column.h"
 #include "ui/pass_list/pass_list_view.h"
+#include "ui/quick_list/satellite_list_view.h"
+#include "ui/settings/settings_view.h"
 #include "ui/theme.h"
 #include "ui_fixture.h"
 
@@ -186,13 +191,19 @@ TEST_F(MainWindowTest, TicksLayNothingOutAnewAndDrawOnlyWhatChanged) {
 TEST_F(MainWindowTest, MenusHoldTheirEntriesAndShortcuts) {
     QStringList titles;
     for (const QAction* menu : window.menuBar()->actions()) titles << menu->text().remove('&');
-    EXPECT_EQ(titles, (QStringList{"File", "Tracking", "View", "Help"}));
+    EXPECT_EQ(titles, (QStringList{"File", "Tracking", "View", "Window", "Help"}));
     EXPECT_EQ(action("startTrackingAction").text(), "Start Tracking");
     EXPECT_EQ(action("startTrackingAction").shortcut(), QKeySequence("Ctrl+T"));
     EXPECT_EQ(action("stopTrackingAction").text(), "Stop Tracking");
     EXPECT_EQ(action("stopTrackingAction").shortcut(), QKeySequence("Ctrl+Shift+T"));
     EXPECT_EQ(action("refreshPassesAction").text(), "Refresh TLEs && Passes");
     EXPECT_EQ(action("refreshPassesAction").shortcut(), QKeySequence("Ctrl+R"));
+    EXPECT_EQ(action("satelliteListAction").text(), "Satellite List (Quick)");
+    EXPECT_EQ(action("satelliteListAction").shortcut(), QKeySequence("Ctrl+L"));
+    EXPECT_EQ(action("settingsAction").text(), "Settings");
+    EXPECT_EQ(action("settingsAction").shortcut(), QKeySequence("Ctrl+,"));
+    EXPECT_EQ(action("browserAction").text(), "Satellite Browser");
+    EXPECT_EQ(action("browserAction").shortcut(), QKeySequence("Ctrl+B"));
     EXPECT_EQ(action("zoomInAction").shortcut(), QKeySequence("Ctrl++"));
     EXPECT_EQ(action("zoomOutAction").shortcut(), QKeySequence("Ctrl+-"));
     EXPECT_EQ(action("scrollToNowAction").shortcut(), QKeySequence("Ctrl+N"));
@@ -224,6 +235,57 @@ TEST_F(MainWindowTest, ClosingDoesNotEndTheSession) {
     EXPECT_TRUE(state->isTracking);
 }
 
+TEST_F(MainWindowTest, SettingsAreOnScreenWhileTheirFlagIsSet) {
+    showWindow();
+    EXPECT_EQ(window.findChild<SettingsView*>(), nullptr);
+    refreshedAfter(window, [&] { action("settingsAction").trigger(); });
+    QPointer<SettingsView> sheet = window.findChild<SettingsView*>();
+    ASSERT_NE(sheet, nullptr);
+    EXPECT_TRUE(sheet->isVisible());
+    EXPECT_EQ(sheet->windowModality(), Qt::WindowModal);
+    sheet->reject();
+    EXPECT_FALSE(state->showSettings);
+
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    refreshedAfter(window, [&] { state->showSettings = true; });
+    sheet = window.findChild<SettingsView*>();
+    ASSERT_NE(sheet, nullptr);
+    refreshedAfter(window, [&] { action("settingsAction").trigger(); });
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(sheet, nullptr);
+}
+
+TEST_F(MainWindowTest, QuickListIsOnScreenWhileItsFlagIsSet) {
+    showWindow();
+    refreshedAfter(window, [&] { action("satelliteListAction").trigger(); });
+    QPointer<SatelliteListView> sheet = window.findChild<SatelliteListView*>();
+    ASSERT_NE(sheet, nullptr);
+    EXPECT_TRUE(sheet->isVisible());
+    refreshedAfter(window, [&] { state->showSatelliteList = false; });
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(sheet, nullptr);
+}
+
+TEST_F(MainWindowTest, BrowserIsOneWindowThatClosesWithTheMainOne) {
+    const auto browsers = [] {
+        QList<QWidget*> found;
+        for (QWidget* w : QApplication::topLevelWidgets()) {
+            if (w->objectName() == "satelliteBrowser") found << w;
+        }
+        return found;
+    };
+    showWindow();
+    EXPECT_TRUE(browsers().isEmpty());
+    child<QAbstractButton>(window, "browserButton").click();
+    ASSERT_EQ(browsers().size(), 1);
+    EXPECT_TRUE(browsers().front()->isVisible());
+    child<QAbstractButton>(window, "openBrowser").click();
+    action("browserAction").trigger();
+    ASSERT_EQ(browsers().size(), 1);
+    window.close();
+    EXPECT_FALSE(browsers().front()->isVisible());
+}
+
 TEST_F(MainWindowTest, EveryControlIsReachedByTheTabKeyAndHasAName) {
     trackPair();
     showWindow();
@@ -239,7 +301,8 @@ TEST_F(MainWindowTest, EveryControlIsReachedByTheTabKeyAndHasAName) {
         if (w == first) break;
     }
     const QString expected =
-        "refreshPassesButton favoritesToggle scrollToNow timelineZoomIn timelineZoomOut timeline "
+        "browserButton satelliteListButton refreshPassesButton settingsButton favoritesToggle "
+        "scrollToNow timelineZoomIn timelineZoomOut timeline "
         "addFavorites openBrowser passList satelliteMap trackHours mapStyle.standard "
         "transponderPicker rxFrequency ritMinus100 ritMinus10 ritZero ritPlus10 ritPlus100 "
         "txFrequency titMinus1k titMinus100 titZero titPlus100 titPlus1k txpMinus1k txpMinus100 "

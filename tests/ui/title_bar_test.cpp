@@ -2,6 +2,8 @@
 
 #include <QAbstractButton>
 #include <QCoreApplication>
+#include <QProgressBar>
+#include <map>
 
 #include "ui_fixture.h"
 
@@ -48,7 +50,48 @@ TEST_F(TitleBarTest, VersionComesFromTheApplication) {
 TEST_F(TitleBarTest, HelpTextsShow) {
     EXPECT_EQ(child<QWidget>(bar, "version").toolTip(),
               "App version — auto-increments with each build");
-    EXPECT_EQ(child<QWidget>(bar, "refreshPassesButton").toolTip(), "Refresh Passes");
+    const std::map<const char*, QString> helps{
+        {"browserButton", "Satellite Browser (Ctrl+B)"},
+        {"satelliteListButton", "Quick Satellite List"},
+        {"refreshPassesButton", "Refresh Passes"},
+        {"settingsButton", "Settings"},
+    };
+    for (const auto& [name, help] : helps) {
+        EXPECT_EQ(child<QWidget>(bar, name).toolTip(), help) << name;
+        EXPECT_EQ(child<QWidget>(bar, name).accessibleName(), help) << name;
+    }
+}
+
+TEST_F(TitleBarTest, ButtonsSetTheFlagsOfTheirSheets) {
+    child<QAbstractButton>(bar, "satelliteListButton").click();
+    EXPECT_TRUE(state->showSatelliteList);
+    child<QAbstractButton>(bar, "settingsButton").click();
+    EXPECT_TRUE(state->showSettings);
+    QSignalSpy asked(&bar, &TitleBar::browserRequested);
+    child<QAbstractButton>(bar, "browserButton").click();
+    EXPECT_EQ(asked.size(), 1);
+}
+
+TEST_F(TitleBarTest, LongSearchOfPassesShowsItsProgress) {
+    EXPECT_FALSE(isShown(bar, "passProgress"));
+    state->passProgress = 0.37;
+    bar.refresh();
+    EXPECT_TRUE(isShown(bar, "passProgress"));
+    EXPECT_EQ(child<QProgressBar>(bar, "passProgress").value(), 37);
+    state->passProgress = std::nullopt;
+    bar.refresh();
+    EXPECT_FALSE(isShown(bar, "passProgress"));
+}
+
+TEST_F(TitleBarTest, LoadingTellsWhatItWaitsForWhenPointedAt) {
+    state->statusMessage = "Fetching TLEs...";
+    state->isLoadingTLEs = true;
+    bar.refresh();
+    EXPECT_EQ(child<QWidget>(bar, "status").toolTip(), "Fetching TLEs...");
+    EXPECT_EQ(child<QWidget>(bar, "status").accessibleDescription(), "Fetching TLEs...");
+    state->isLoadingTLEs = false;
+    bar.refresh();
+    EXPECT_EQ(child<QWidget>(bar, "status").toolTip(), "");
 }
 
 TEST_F(TitleBarTest, RefreshStartsTheTimelineNowAndComputesPasses) {
