@@ -1,0 +1,340 @@
+#include "ui/browser/satellite_browser.h"
+
+#include <QAbstractButton>
+#include <QDragEnterEvent>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QSplitter>
+#include <QTemporaryDir>
+#include <QUrl>
+
+#include "browser_world.h"
+#include "ui/browser/browser_tree.h"
+#include "ui/browser/tracked_list.h"
+#include "ui/detail_sheet/satellite_detail_view.h"
+#include "ui/import/tle_import_sheet.h"
+
+namespace veloran::test {
+namespace {
+
+constexpr const char* kStation =
+    "ISS (ZARYA)\n"
+    "1 25544U 98067A   26095.54791667  .00016717  00000+0  10270-3 0  9994\n"
+    "2 25544  51.6412  10.7412 0002819  32.7451  12.4721 15.50073832123456\n";
+
+class SatelliteBrowserTest : public BrowserFixture {
+  protected:
+    SatelliteBrowser& open() {
+        window = std::make_unique<SatelliteBrowser>(state);
+        window->show();
+        window->activateWindow();
+        QCoreApplication::processEvents();
+        return *window;
+    }
+
+    QAbstractButton& button(const char* name) { return child<QAbstractButton>(*window, name); }
+    BrowserModel& model() { return *window->findChild<BrowserModel*>(); }
+    BrowserTree& tree() { return *window->findChild<BrowserTree*>(); }
+    TrackedList& tracked() { return *window->findChild<TrackedList*>(); }
+    QLineEdit& searchLine() { return child<QLineEdit>(*window, "searchText"); }
+    QModelIndex heading(const char* key) { return BrowserFixture::heading(model(), key); }
+    Selection selection() const { return state->selectedSatelliteIds; }
+    void key(const QModelIndex& index, Qt::Key key) {
+        tree().setCurrentIndex(index);
+        QTest::keyClick(&tree(), key);
+    }
+    QStringList trackedNames() {
+        QStringList names;
+        for (int i = 0; i < tracked().model()->rowCount(); ++i) {
+            names += tracked().model()->index(i, 0).data().toString();
+        }
+        return names;
+    }
+    bool isImported() const {
+        return std::ranges::any_of(state->satellites.get(), [](const SatellitePtr& s) {
+            return s->id == 25544 && s->sources.contains("custom");
+        });
+    }
+    /// Lets an import end, on the disk and on the simulated machine.
+    template <class Condition>
+    bool settle(Condition isDone) {
+        return QTest::qWaitFor([&] {
+            machine.loop.runPosted();
+            return isDone();
+        });
+    }
+
+    std::unique_ptr<SatelliteBrowser> window;
+};
+
+TEST_F(SatelliteBrowserTest, HasTheToldSizes) {
+    open();
+    EXPECT_EQ(window->minimumSize(), QSize(700, 500));
+    const auto& panels = child<QSplitter>(*window, "browserPanels");
+    EXPECT_EQ(panels.widget(0)->minimumWidth(), 400);
+    EXPECT_EQ(panels.widget(1)->minimumWidth(), 220);
+    EXPECT_FALSE(panels.childrenCollapsible());
+}
+
+TEST_F(SatelliteBrowserTest, CountsAllOfTheCatalogueAndTheTracked) {
+    open();
+    EXPECT_EQ(textOf(*window, "availableCount"), "5");
+    EXPECT_EQ(textOf(*window, "trackedCount"), "(0)");
+    EXPECT_FALSE(isShown(*window, "clearTracked")) << "nothing to clear";
+    EXPECT_EQ(textOf(*window, "trackedNote"), "These satellites appear on the SkyTrack timeline.");
+}
+
+TEST_F(SatelliteBrowserTest, AgeOfTheDownloadHasAColour) {
+    open();
+    const auto& age = child<ValueLabel>(*window, "elementAge");
+    const auto inkAt = [&](double seconds) {
+        state->tleAge = seconds;
+        window->refresh();
+        EXPECT_EQ(age.text(), qText("TLE " + state->tleAgeString()));
+        return age.textStyle().ink;
+    };
+    EXPECT_EQ(inkAt(86399), Ink::green);
+    EXPECT_EQ(inkAt(86400), Ink::yellow);
+    EXPECT_EQ(inkAt(259199), Ink::yellow);
+    EXPECT_EQ(inkAt(259200), Ink::red);
+}
+
+TEST_F(SatelliteBrowserTest, TypingNarrowsAndTheCrossWidens) {
+    open();
+    EXPECT_EQ(searchLine().placeholderText(), "Search name or NORAD ID…");
+    searchLine().setText("zarya");
+    EXPECT_EQ(keys(model()), (Keys{"amateur", "stations"}));
+    EXPECT_EQ(textOf(*window, "availableCount"), "1");
+    button("clearSearch").click();
+    EXPECT_EQ(textOf(*window, "availableCount"), "5");
+}
+
+TEST_F(SatelliteBrowserTest, SearchWithoutAMatchIsAnEmptyList) {
+    open();
+    searchLine().setText("nothing");
+    EXPECT_EQ(model().rowCount(), 0);
+    EXPECT_EQ(textOf(*window, "availableCount"), "0");
+    tree().enter();
+    QTest::keyClick(&tree(), Qt::Key_Space);
+    EXPECT_EQ(selection(), Selection{});
+}
+
+TEST_F(SatelliteBrowserTest, ToggleIsSeenAtOnceOnBothSides) {
+    open();
+    refreshedAfter(*window, [this] { key(model().find("amateur", 25544), Qt::Key_Space); });
+    EXPECT_EQ(selection(), (Selection{25544}));
+    EXPECT_TRUE(station->isSelected);
+    EXPECT_EQ(trackedNames(), QStringList("ISS (ZARYA)"));
+    EXPECT_EQ(textOf(*window, "trackedCount"), "(1)");
+    EXPECT_EQ(model().sectionLook(heading("stations")).selected, 1U);
+}
+
+TEST_F(SatelliteBrowserTest, AllAndNoneTakeTheWholeSectionInOneChange) {
+    old->isSelected = true;
+    state->selectedSatelliteIds = Selection{7530};
+    open();
+    machine.settings.writes.clear();
+    key(heading("amateur"), Qt::Key_A);
+    EXPECT_EQ(selection(), (Selection{7530, 25544}));
+    EXPECT_EQ(std::ranges::count(machine.settings.writes, "selectedSatIds"), 1);
+    window->refresh();
+    EXPECT_EQ(trackedNames(), (QStringList{"AO-7", "ISS (ZARYA)"})) << "by name";
+    key(heading("stations"), Qt::Key_N);
+    EXPECT_EQ(selection(), (Selection{7530}));
+    key(heading("uncategorized"), Qt::Key_A);
+    EXPECT_EQ(selection(), (Selection{401, 7530}));
+}
+
+TEST_F(SatelliteBrowserTest, AllReachesOnlyWhatTheSearchLeaves) {
+    open();
+    searchLine().setText("ao-7");
+    key(heading("amateur"), Qt::Key_A);
+    EXPECT_EQ(selection(), (Selection{7530}));
+}
+
+TEST_F(SatelliteBrowserTest, ClearEmptiesTheTrackedList) {
+    state->toggleSatellites({station, sun});
+    open();
+    EXPECT_EQ(textOf(*window, "trackedCount"), "(2)");
+    EXPECT_TRUE(isShown(*window, "clearTracked"));
+    button("clearTracked").click();
+    EXPECT_EQ(selection(), Selection{});
+    EXPECT_FALSE(sun->isSelected);
+    window->refresh();
+    EXPECT_FALSE(isShown(*window, "clearTracked"));
+    EXPECT_EQ(trackedNames(), QStringList());
+}
+
+TEST_F(SatelliteBrowserTest, CrossOfATrackedRowDeselectsIt) {
+    state->toggleSatellites({station, sun});
+    open();
+    tracked().setCurrentIndex(tracked().model()->index(1, 0));
+    QTest::keyClick(&tracked(), Qt::Key_Delete);
+    EXPECT_EQ(selection(), (Selection{25544}));
+}
+
+TEST_F(SatelliteBrowserTest, ClearOfTheImportedRemovesThemAndLoadsAnew) {
+    state->importElements(kStation, {});
+    machine.loop.runPosted();
+    state->loadData();
+    machine.loop.runPosted();
+    ASSERT_TRUE(isImported());
+    open();
+    key(heading("custom"), Qt::Key_Delete);
+    machine.loop.runPosted();
+    EXPECT_FALSE(isImported());
+    window->refresh();
+    EXPECT_FALSE(heading("custom").isValid());
+}
+
+TEST_F(SatelliteBrowserTest, SwitchSubscribesAndLoadsAndTheSelectionStays) {
+    state->importElements(kStation, {});
+    state->toggleSatellite(station);
+    open();
+    key(heading("stations"), Qt::Key_S);
+    EXPECT_EQ(state->subscribedCategories.get(), (std::set<std::string>{"amateur", "stations"}));
+    machine.loop.runPosted();
+    EXPECT_TRUE(isImported()) << "loaded anew";
+    EXPECT_TRUE(selection().contains(25544));
+    const auto reloaded = std::ranges::find(state->satellites.get(), 25544,
+                                            [](const SatellitePtr& s) { return s->id; });
+    ASSERT_NE(*reloaded, station);
+    EXPECT_TRUE((*reloaded)->isSelected);
+}
+
+TEST_F(SatelliteBrowserTest, SwitchUnsubscribes) {
+    open();
+    key(heading("amateur"), Qt::Key_S);
+    EXPECT_EQ(state->subscribedCategories.get(), std::set<std::string>{});
+}
+
+TEST_F(SatelliteBrowserTest, RefreshDownloadsEverySubscribedGroup) {
+    open();
+    EXPECT_EQ(button("refreshTLEs").toolTip(), "Re-download all TLEs from CelesTrak");
+    button("refreshTLEs").click();
+    machine.loop.runPosted();
+    EXPECT_TRUE(std::ranges::any_of(machine.http.requests, [](const std::string& url) {
+        return url.find("GROUP=amateur") != std::string::npos;
+    }));
+}
+
+TEST_F(SatelliteBrowserTest, DetailsOpenASheetOfTheSatellite) {
+    open();
+    key(model().find("amateur", 7530), Qt::Key_Return);
+    auto* sheet = window->findChild<SatelliteDetailView*>();
+    ASSERT_NE(sheet, nullptr);
+    EXPECT_TRUE(sheet->isVisible());
+    EXPECT_EQ(sheet->windowModality(), Qt::WindowModal);
+    EXPECT_FALSE(sheet->findChildren<ValueLabel*>().isEmpty());
+    QTest::keyClick(sheet, Qt::Key_Escape);
+    EXPECT_FALSE(sheet->isVisible());
+}
+
+TEST_F(SatelliteBrowserTest, ImportOpensOneSheet) {
+    open();
+    EXPECT_EQ(button("importTLE").toolTip(),
+              "Paste or load TLE data for satellites not in CelesTrak");
+    button("importTLE").click();
+    button("importTLE").click();
+    ASSERT_EQ(window->findChildren<TLEImportSheet*>().size(), 1);
+    EXPECT_TRUE(window->findChild<TLEImportSheet*>()->isVisible());
+}
+
+class DropOnBrowser : public SatelliteBrowserTest {
+  protected:
+    /// Whether it was taken.
+    bool drop(const QMimeData& data) {
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(window.get(), &enter);
+        QDropEvent event({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        event.setAccepted(false);
+        QCoreApplication::sendEvent(window.get(), &event);
+        EXPECT_EQ(enter.isAccepted(), event.isAccepted());
+        return event.isAccepted();
+    }
+};
+
+TEST_F(DropOnBrowser, FileIsImportedInTheImportSheet) {
+    const QTemporaryDir directory;
+    QFile file(directory.filePath("iss.tle"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(kStation);
+    file.close();
+    open();
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(file.fileName())});
+    EXPECT_TRUE(drop(data));
+    const auto* sheet = window->findChild<TLEImportSheet*>();
+    ASSERT_NE(sheet, nullptr);
+    ASSERT_TRUE(settle([&] { return !textOf(*sheet, "resultMessage").isEmpty(); }));
+    EXPECT_EQ(textOf(*sheet, "resultMessage"), "Imported 1 satellite");
+    EXPECT_TRUE(settle([this] { return isImported(); }));
+}
+
+TEST_F(DropOnBrowser, WhatIsNoSingleFileIsRefused) {
+    open();
+    QMimeData text;
+    text.setText("text");
+    EXPECT_FALSE(drop(text));
+    QMimeData page;
+    page.setUrls({QUrl("https://example.org/iss.tle")});
+    EXPECT_FALSE(drop(page));
+    EXPECT_EQ(window->findChild<TLEImportSheet*>(), nullptr);
+}
+
+TEST_F(SatelliteBrowserTest, SearchFieldHandsTheKeyboardToTheList) {
+    for (const Qt::Key way : {Qt::Key_Down, Qt::Key_Return, Qt::Key_Enter}) {
+        open();
+        EXPECT_TRUE(searchLine().hasFocus());
+        QTest::keyClick(&searchLine(), way);
+        EXPECT_TRUE(tree().hasFocus());
+        EXPECT_EQ(tree().currentIndex(), model().index(0, 0));
+        QTest::keyClick(&tree(), Qt::Key_F, Qt::ControlModifier);
+        EXPECT_TRUE(searchLine().hasFocus());
+    }
+}
+
+TEST_F(SatelliteBrowserTest, EveryControlIsReachedByTabAndHasAName) {
+    state->toggleSatellite(sun);
+    open();
+    std::set<QString> names;
+    QStringList reached;
+    for (QWidget* w = window->nextInFocusChain(); w != window.get(); w = w->nextInFocusChain()) {
+        if (!w->isVisible() || !(w->focusPolicy() & Qt::TabFocus) || w->focusProxy()) continue;
+        EXPECT_FALSE(w->objectName().isEmpty()) << w->metaObject()->className();
+        EXPECT_FALSE(w->accessibleName().isEmpty()) << w->objectName().toStdString();
+        EXPECT_TRUE(names.insert(w->accessibleName()).second) << w->objectName().toStdString();
+        reached += w->objectName();
+    }
+    EXPECT_EQ(reached, (QStringList{"searchText", "importTLE", "refreshTLEs", "availableSatellites",
+                                    "clearTracked", "trackedSatellites"}));
+}
+
+TEST_F(SatelliteBrowserTest, HiddenWindowWaitsForBeingShown) {
+    open();
+    window->hide();
+    refreshedAfter(*window, [this] { state->toggleSatellite(sun); });
+    EXPECT_EQ(textOf(*window, "trackedCount"), "(0)");
+    window->show();
+    EXPECT_EQ(textOf(*window, "trackedCount"), "(1)");
+}
+
+TEST_F(SatelliteBrowserTest, WholeCatalogueIsRowsOfAModel) {
+    std::vector<SatellitePtr> many;
+    for (int i = 0; i < 11000; ++i) {
+        auto satellite = std::make_shared<Satellite>("SAT " + std::to_string(i), 10000 + i);
+        satellite->sources = {"amateur"};
+        many.push_back(satellite);
+    }
+    state->satellites = many;
+    open();
+    EXPECT_EQ(model().rowCount(heading("amateur")), 11000);
+    EXPECT_LT(window->findChildren<QWidget*>().size(), 60) << "no widget per row";
+    key(heading("amateur"), Qt::Key_A);
+    EXPECT_EQ(selection().size(), 11000U);
+    searchLine().setText("sat 1099");
+    EXPECT_EQ(model().rowCount(heading("amateur")), 11) << "SAT 1099 and SAT 10990 to SAT 10999";
+}
+
+}  // namespace
+}  // namespace veloran::test
