@@ -72,7 +72,7 @@ class ThemeStyle final : public QProxyStyle {
                        const QWidget* widget) const override {
         QProxyStyle::drawPrimitive(element, option, painter, widget);
         if (element != PE_IndicatorCheckBox) return;
-        const double opacity = option->state.testFlag(State_Enabled) ? 0.8 : 0.4;
+        const double opacity = option->state.testFlag(State_Enabled) ? 0.65 : 0.4;
         painter->save();
         painter->setPen(Theme::color(Ink::secondary, opacity));
         painter->setBrush(Qt::NoBrush);

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QPainter>
 #include <QPalette>
+#include <QStyleOption>
 
 namespace veloran {
 namespace {
@@ -71,6 +73,21 @@ TEST_P(ThemeTest, ApplicationTakesTheSet) {
         EXPECT_GE(contrastRatio(QApplication::palette().color(text),
                                 QApplication::palette().color(ground)),
                   Theme::kLegibleContrast);
+    }
+}
+
+TEST_P(ThemeTest, EmptyCheckBoxIsSeen) {
+    constexpr double kSeen = 3;  // of what is no text (WCAG 2.1, level AA)
+    QImage picture(20, 20, QImage::Format_RGB32);
+    picture.fill(Theme::color(Ink::window));
+    QStyleOptionButton box;
+    box.rect = {2, 2, 14, 14};
+    box.palette = QApplication::palette();
+    box.state = QStyle::State_Enabled | QStyle::State_Off;
+    QPainter painter(&picture);
+    QApplication::style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &box, &painter);
+    for (const QPoint& edge : {QPoint(2, 8), QPoint(15, 8), QPoint(8, 2), QPoint(8, 15)}) {
+        EXPECT_GE(contrastRatio(picture.pixelColor(edge), Theme::color(Ink::window)), kSeen);
     }
 }
 
