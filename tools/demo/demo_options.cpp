@@ -24,9 +24,10 @@ double number(const QCommandLineParser& parser, const QString& option, double lo
 }
 
 DemoShow show(const QCommandLineParser& parser) {
+    static const QStringList kNames{"nothing", "pass", "tracking", "conflict", "browser",
+                                    "details", "list", "import",   "settings"};
     const QString text = parser.value("show");
-    const int index =
-        static_cast<int>(QStringList{"nothing", "pass", "tracking", "conflict"}.indexOf(text));
+    const int index = static_cast<int>(kNames.indexOf(text));
     if (index < 0) refuse("show", text);
     return static_cast<DemoShow>(index);
 }
@@ -59,13 +60,16 @@ DemoOptions readDemoOptions(const QApplication& application) {
     parser.addOptions({
         {"seconds", "End after this long; without it the closed window ends.", "N"},
         {"screenshot", "Write a picture of the window at the end.", "FILE"},
+        {"part", "Take a picture of this widget of the main window alone.", "OBJECT_NAME"},
         {"log", "Write what the radio sends and receives.", "FILE"},
         {"size", "Size of the window.", "WxH", "1200x800"},
         {"dark", "Dark colours."},
         {"light", "Light colours."},
         {"rate", "Updates of the radio a second, 1 to 50.", "HZ", "10"},
-        {"show", "nothing, pass (selected), tracking, or conflict (its question is open).", "WHAT",
-         "tracking"},
+        {"show",
+         "nothing, pass (selected), tracking, conflict (its question is open), or what is opened "
+         "while a pass is tracked: browser, details, list, import, settings.",
+         "WHAT", "tracking"},
         {"map", "Style of the map: standard, imagery or hybrid.", "STYLE", "standard"},
         {"figures", "Measure ticks, frames and processor from the first tick on."},
     });
@@ -74,6 +78,7 @@ DemoOptions readDemoOptions(const QApplication& application) {
     DemoOptions options;
     if (parser.isSet("seconds")) options.seconds = number(parser, "seconds", 0, 1e6);
     options.screenshot = parser.value("screenshot");
+    options.part = parser.value("part");
     options.log = parser.value("log");
     options.size = size(parser);
     if (parser.isSet("dark") || parser.isSet("light")) options.dark = parser.isSet("dark");

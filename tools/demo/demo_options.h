@@ -8,12 +8,24 @@
 
 namespace veloran {
 
-/// What the window shows in the end.
-enum class DemoShow { nothing, pass, tracking, conflict };
+/// What is to be seen in the end. From `browser` on it is a window or a sheet, while a pass is
+/// tracked.
+enum class DemoShow {
+    nothing,
+    pass,
+    tracking,
+    conflict,
+    browser,
+    details,
+    list,
+    importing,
+    settings
+};
 
 struct DemoOptions {
     std::optional<double> seconds;  ///< absent: until the window is closed
     QString screenshot;             ///< empty: none
+    QString part;                   ///< object name of what the picture is of; empty: the window
     QString log;                    ///< of the radio; empty: none
     QSize size{1200, 800};
     std::optional<bool> dark;  ///< absent: as the desktop is

@@ -3,7 +3,6 @@
 
 #include <fmt/format.h>
 
-#include <QPainter>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <cstdio>
@@ -14,6 +13,7 @@
 #include "demo/demo_figures.h"
 #include "demo/demo_options.h"
 #include "demo/demo_report.h"
+#include "demo/demo_windows.h"
 #include "demo/local_station.h"
 #include "demo/watched_loop.h"
 #include "sample_catalogue/sample_catalogue.h"
@@ -32,19 +32,6 @@ void pointAtStation(AppState& state, const LocalStation& station, double rateHz)
     state.rigHost = std::string("127.0.0.1");
     state.rigPort = std::int64_t{station.radio().port()};
     state.dopplerUpdateHz = rateHz;
-}
-
-/// The window, and over it the dialog that may be open, where it stands.
-QPixmap picture(QWidget& window) {
-    QPixmap result = window.grab();
-    QWidget* dialog = QApplication::activeModalWidget();
-    if (dialog == nullptr) return result;
-    const QRect place(dialog->mapToGlobal(QPoint()) - window.mapToGlobal(QPoint()), dialog->size());
-    QPainter painter(&result);
-    painter.drawPixmap(place.topLeft(), dialog->grab());
-    painter.setPen(Theme::color(Ink::separator));
-    painter.drawRect(place);
-    return result;
 }
 
 /// 0, or 1 when there was nothing to show or the picture could not be written.
@@ -93,17 +80,20 @@ int main(int argc, char** argv) {
     window.show();
     DemoFigures figures(application, loop, options.rateHz);
     Demo demo(state, options.show);
-    demo.onReady = [&figures] { figures.begin(); };
+    demo.onReady = [&] {
+        openWindow(options.show, window, *state, station);
+        figures.begin();
+    };
     demo.start(desktop.loop);
     QPixmap lastPicture;
     if (options.seconds) {
         QTimer::singleShot(static_cast<int>(*options.seconds * 1000), &application, [&] {
-            lastPicture = picture(window);  // with a dialog that quitting would close
+            lastPicture = picture(window, options.part);  // with a dialog that quitting would close
             QApplication::quit();
         });
     }
     QApplication::exec();
-    if (lastPicture.isNull()) lastPicture = picture(window);
+    if (lastPicture.isNull()) lastPicture = picture(window, options.part);
     if (options.figures) fmt::print("{}", figures.report());
     return finish(*state, demo, station, lastPicture, options);
 }

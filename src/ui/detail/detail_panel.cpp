@@ -10,6 +10,7 @@
 namespace veloran {
 
 DetailPanel::DetailPanel(std::shared_ptr<AppState> state, QWidget* parent) : QWidget(parent) {
+    setObjectName("detailPanel");
     setFixedHeight(kHeight);
     auto* pass = new PassColumn(state);
     auto* frequencies = new FrequencyColumn(state);
