@@ -62,8 +62,8 @@ QPalette palette() {
     return p;
 }
 
-/// Its own frame of a check box is darker than the window: on a dark one an empty box would not be
-/// seen.
+/// Fusion's own frames of check boxes and fields are darker than the window: on a dark one an empty
+/// box would not be seen, nor which field has the keyboard.
 class ThemeStyle final : public QProxyStyle {
   public:
     ThemeStyle() : QProxyStyle("Fusion") {}
@@ -71,13 +71,26 @@ class ThemeStyle final : public QProxyStyle {
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
         QProxyStyle::drawPrimitive(element, option, painter, widget);
-        if (element != PE_IndicatorCheckBox) return;
         const double opacity = option->state.testFlag(State_Enabled) ? 0.65 : 0.4;
-        painter->save();
-        painter->setPen(Theme::color(Ink::secondary, opacity));
-        painter->setBrush(Qt::NoBrush);
-        painter->drawRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5));
-        painter->restore();
+        if (element == PE_IndicatorCheckBox) {
+            drawFrame(*painter, option->rect, 0, Theme::color(Ink::secondary, opacity));
+        } else if (element == PE_FrameLineEdit) {
+            const bool hasFocus = option->state.testFlag(State_HasFocus);
+            drawFrame(*painter, option->rect, 2,
+                      hasFocus ? Theme::color(Ink::blue) : Theme::color(Ink::secondary, opacity));
+        }
+    }
+
+  private:
+    static void drawFrame(QPainter& painter, const QRect& rect, double cornerRadius,
+                          const QColor& color) {
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing, cornerRadius > 0);
+        painter.setPen(color);
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius,
+                                cornerRadius);
+        painter.restore();
     }
 };
 

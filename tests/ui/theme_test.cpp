@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QPalette>
 #include <QStyleOption>
+#include <utility>
 
 namespace veloran {
 namespace {
@@ -76,19 +77,29 @@ TEST_P(ThemeTest, ApplicationTakesTheSet) {
     }
 }
 
-TEST_P(ThemeTest, EmptyCheckBoxIsSeen) {
+/// Whether something empty of this kind stands out from the window on all sides.
+void expectSeenFrame(QStyle::PrimitiveElement element, QStyleOption&& option) {
     constexpr double kSeen = 3;  // of what is no text (WCAG 2.1, level AA)
     QImage picture(20, 20, QImage::Format_RGB32);
     picture.fill(Theme::color(Ink::window));
-    QStyleOptionButton box;
-    box.rect = {2, 2, 14, 14};
-    box.palette = QApplication::palette();
-    box.state = QStyle::State_Enabled | QStyle::State_Off;
+    option.rect = {2, 2, 14, 14};
+    option.palette = QApplication::palette();
+    option.state = QStyle::State_Enabled | QStyle::State_Off;
     QPainter painter(&picture);
-    QApplication::style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &box, &painter);
+    QApplication::style()->drawPrimitive(element, &option, &painter);
     for (const QPoint& edge : {QPoint(2, 8), QPoint(15, 8), QPoint(8, 2), QPoint(8, 15)}) {
         EXPECT_GE(contrastRatio(picture.pixelColor(edge), Theme::color(Ink::window)), kSeen);
     }
+}
+
+TEST_P(ThemeTest, EmptyCheckBoxIsSeen) {
+    expectSeenFrame(QStyle::PE_IndicatorCheckBox, QStyleOptionButton());
+}
+
+TEST_P(ThemeTest, EmptyFieldIsSeen) {
+    QStyleOptionFrame field;
+    field.lineWidth = 1;
+    expectSeenFrame(QStyle::PE_FrameLineEdit, std::move(field));
 }
 
 TEST_P(ThemeTest, TextOnTheTrackButtonIsLegible) {
