@@ -81,7 +81,11 @@ class ServiceStory : public testing::TestWithParam<Situation> {
                                  {.body = channelAnswer("old")});
         station.services().serve("/circle", {.status = 302, .headers = {{"Location", "/circle"}}});
         ASSERT_NO_FATAL_FAILURE(station.load());
-        ASSERT_TRUE(spinUntil([&] { return channelNames() == "old"; }));
+        // The answer is shown before it is in the cache.
+        ASSERT_TRUE(spinUntil([&] {
+            return channelNames() == "old" && file("satnogs/44909.json") &&
+                   file("satnogs/44909.timestamp");
+        }));
         // The one channel of the service has no uplink; tracking wants the built-in transponder.
         rs44()->transmitters = builtinTransmitters().at(kRs44);
         ASSERT_NO_FATAL_FAILURE(station.track(test::freePort(), 50));
