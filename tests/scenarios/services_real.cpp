@@ -173,6 +173,11 @@ TEST_P(ServiceStory, TransmitterAnswerIsKeptWhenItIsAListAndElseTheOldCacheServe
         home() / ".veloran" / "satnogs" / "44909.timestamp", longAgo));
     answerAt(SampleServices::transmitterTarget(kRs44), channelAnswer("new"));
 
+    // Rarely, under load, Qt sends a request again amid its redirection and loses the answer. The
+    // old cache serves then until the program asks the next time.
+    QTimer asking;
+    asking.callOnTimeout([&] { state().refreshTransmittersFromSatNOGS(); });
+    asking.start(3000);
     state().refreshTransmittersFromSatNOGS();
     const std::string expected = GetParam().isGood ? "new" : "old";
     expectThatAllGoesOnUntil([&] { return channelNames() == expected; });
