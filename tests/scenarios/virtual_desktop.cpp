@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QRegularExpression>
 #include <stdexcept>
 
@@ -38,8 +39,10 @@ VirtualDesktop::VirtualDesktop(QSize size) {
     if (!waitForLine(server_)) return;
     display_ = ":" + QString::fromLatin1(server_.readLine()).trimmed();
     manager_.setProcessEnvironment(environment());
-    manager_.start("openbox", {"--sm-disable"});
-    if (!manager_.waitForStarted(kPatienceMs)) display_.clear();
+    // A window that comes while the manager takes over the screen may stay unseen.
+    const QString ready = directory_.filePath("manager-is-ready");
+    manager_.start("openbox", {"--sm-disable", "--startup", "touch " + ready});
+    if (!spinUntil([&] { return QFile::exists(ready); }, kPatience)) display_.clear();
 }
 
 VirtualDesktop::~VirtualDesktop() {
