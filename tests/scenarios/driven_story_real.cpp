@@ -256,7 +256,8 @@ TEST_F(DrivenStory, NewUserSetsUpAStationWorksAPassAndFindsItAllAgain) {
     }
     const auto program = start();
     findAllAgain(*program);
-    quit(*program);
+    program->terminate();
+    EXPECT_EQ(program->ended(), 0) << "in good order, amid a session";
 }
 
 }  // namespace

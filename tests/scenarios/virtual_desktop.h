@@ -61,6 +61,8 @@ class DrivenProgram {
     bool waitForText(const QString& name, const QString& wanted);
     bool waitForFocus(const QString& name);
     void picture(const QString& name);
+    /// As a session does that ends.
+    void terminate() { process_.terminate(); }
     /// Waits for the end of the program and gives its exit code; -1 for a crash.
     int ended();
 
