@@ -3,10 +3,12 @@
 #include <QPushButton>
 #include <QScreen>
 
+#include "ui/widgets/fitted_text.h"
+
 namespace veloran {
 
 Sheet::Sheet(const QString& title, QWidget* window) : QDialog(window) {
-    setWindowTitle(title);
+    setWindowTitle(readable(title));
     setWindowModality(Qt::WindowModal);
     setAttribute(Qt::WA_DeleteOnClose);
 }

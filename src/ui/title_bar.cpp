@@ -8,6 +8,7 @@
 #include "ui/commands.h"
 #include "ui/formats.h"
 #include "ui/q_text.h"
+#include "ui/widgets/fitted_text.h"
 #include "ui/widgets/spinner.h"
 #include "ui/widgets/symbol_button.h"
 #include "ui/widgets/value_label.h"
@@ -55,8 +56,8 @@ void TitleBar::showStatus() {
     status_->setText(isLoading ? tr("Loading...") : message);
     // The spinner hides what is waited for; pointing at it tells.
     const QString waitsFor = isLoading ? message : QString();
-    if (status_->toolTip() == waitsFor) return;
-    status_->setToolTip(waitsFor);
+    if (status_->accessibleDescription() == waitsFor) return;
+    status_->setToolTip(plainToolTip(waitsFor));
     status_->setAccessibleDescription(waitsFor);
 }
 

@@ -87,11 +87,18 @@ TEST_F(TitleBarTest, LoadingTellsWhatItWaitsForWhenPointedAt) {
     state->statusMessage = "Fetching TLEs...";
     state->isLoadingTLEs = true;
     bar.refresh();
-    EXPECT_EQ(child<QWidget>(bar, "status").toolTip(), "Fetching TLEs...");
+    EXPECT_EQ(child<QWidget>(bar, "status").toolTip(), "<p>Fetching TLEs...</p>");
     EXPECT_EQ(child<QWidget>(bar, "status").accessibleDescription(), "Fetching TLEs...");
     state->isLoadingTLEs = false;
     bar.refresh();
     EXPECT_EQ(child<QWidget>(bar, "status").toolTip(), "");
+}
+
+TEST_F(TitleBarTest, MarkupInWhatItWaitsForIsShownAsItIsWritten) {
+    state->statusMessage = "Tracking <img src=x>";
+    state->isLoadingTLEs = true;
+    bar.refresh();
+    EXPECT_EQ(child<QWidget>(bar, "status").toolTip(), "<p>Tracking &lt;img src=x&gt;</p>");
 }
 
 TEST_F(TitleBarTest, RefreshStartsTheTimelineNowAndComputesPasses) {

@@ -6,6 +6,7 @@
 #include "ui/browser/browser_texts.h"
 #include "ui/q_text.h"
 #include "ui/theme.h"
+#include "ui/widgets/fitted_text.h"
 #include "ui/widgets/switch_button.h"
 
 namespace veloran {
@@ -51,7 +52,7 @@ class Columns {
 };
 
 int widthOf(const QFont& font, const QString& text) {
-    return QFontMetrics(font).horizontalAdvance(text);
+    return QFontMetrics(font).horizontalAdvance(readable(text));
 }
 
 bool answers(const QRect& column, const QPoint& at) {

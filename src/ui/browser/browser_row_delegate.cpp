@@ -2,7 +2,6 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
-#include <QFontMetrics>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
@@ -12,6 +11,7 @@
 #include "ui/q_text.h"
 #include "ui/symbol_icon.h"
 #include "ui/theme.h"
+#include "ui/widgets/fitted_text.h"
 #include "ui/widgets/row_painting.h"
 #include "ui/widgets/switch_button.h"
 
@@ -21,7 +21,7 @@ namespace {
 
 constexpr int kChevron = 10;
 constexpr int kDot = 8;
-constexpr int kInfo = 12;
+constexpr int kInfo = 10;
 constexpr int kSmallestFrequencyPixels = 5;
 constexpr double kSectionShade = 0.08;
 constexpr double kSelectedShade = 0.04;
@@ -55,8 +55,10 @@ void paintDot(QPainter& painter, const QRect& area, const SatelliteRowLook& look
     painter.drawEllipse(middleSquare(area, kDot));
 }
 
-bool isCut(const QFont& font, const std::string& text, const QRect& area) {
-    return QFontMetrics(font).horizontalAdvance(qText(text)) > area.width();
+/// The text, if its column cuts it.
+QString ifCut(const QFont& font, const std::string& text, const QRect& column) {
+    const QString whole = qText(text);
+    return isCut(font, whole, column.width()) ? whole : QString();
 }
 
 }  // namespace
@@ -161,8 +163,7 @@ QString BrowserRowDelegate::sectionHelpAt(const QPoint& at, const QRect& row,
         case RowPart::subscription:
             return qText(subscriptionHelp(*look.isSubscribed));
         case RowPart::title:
-            return isCut(sectionLabelFont(), look.label, columns.label) ? qText(look.label)
-                                                                        : QString();
+            return ifCut(sectionLabelFont(), look.label, columns.label);
         default:
             return {};
     }
@@ -174,9 +175,8 @@ QString BrowserRowDelegate::satelliteHelpAt(const QPoint& at, const QRect& row,
     const SatelliteColumns columns = satelliteColumns(row);
     if (columns.partAt(at) == RowPart::details) return tr("Show satellite details");
     if (columns.age.contains(at)) return tr("TLE epoch age");
-    const bool showsName =
-        columns.name.contains(at) && isCut(nameFont(look.isSelected), look.name, columns.name);
-    return showsName ? qText(look.name) : QString();
+    if (!columns.name.contains(at)) return {};
+    return ifCut(nameFont(look.isSelected), look.name, columns.name);
 }
 
 bool BrowserRowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,

@@ -7,6 +7,7 @@
 
 #include "ui/browser/browser_model.h"
 #include "ui/browser/browser_row_delegate.h"
+#include "ui/widgets/plain_rows.h"
 
 namespace veloran {
 
@@ -18,16 +19,12 @@ BrowserTree::BrowserTree(BrowserModel& model, QWidget* parent)
         tr("Space tracks a satellite or no longer does, Enter shows its details. On a group, Enter "
            "opens or closes it, A tracks all of it, N none of it, S subscribes or unsubscribes; "
            "Delete removes all imported satellites."));
-    setFrameShape(QFrame::NoFrame);
+    makePlainRows(*this);
     setHeaderHidden(true);
     setRootIsDecorated(false);
     setIndentation(0);
     setUniformRowHeights(true);
     setExpandsOnDoubleClick(false);
-    setSelectionMode(QAbstractItemView::NoSelection);
-    setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     viewport()->setBackgroundRole(QPalette::Window);
     viewport()->setMouseTracking(true);

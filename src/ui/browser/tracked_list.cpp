@@ -13,6 +13,8 @@
 #include "ui/q_text.h"
 #include "ui/symbol_icon.h"
 #include "ui/theme.h"
+#include "ui/widgets/fitted_text.h"
+#include "ui/widgets/plain_rows.h"
 #include "ui/widgets/row_painting.h"
 
 namespace veloran {
@@ -24,7 +26,7 @@ constexpr int kHorizontalPadding = 10;
 constexpr int kVerticalPadding = 3;
 constexpr int kSpacing = 6;
 constexpr int kDot = 8;
-constexpr int kCross = 13;
+constexpr int kCross = 11;
 constexpr int kNamePixels = 11;
 
 }  // namespace
@@ -88,9 +90,9 @@ QString TrackedRowDelegate::helpAt(const QPoint& at, const QRect& row,
     const TrackedColumns columns = trackedColumns(row);
     if (columns.remove.contains(at)) return tr("Remove from tracked list");
     const QString name = qText(model_.satellite(index.row())->name);
-    const bool isCut =
-        QFontMetrics(Theme::face(kNamePixels)).horizontalAdvance(name) > columns.name.width();
-    return isCut && columns.name.contains(at) ? name : QString();
+    const bool tells =
+        columns.name.contains(at) && isCut(Theme::face(kNamePixels), name, columns.name.width());
+    return tells ? name : QString();
 }
 
 bool TrackedRowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
@@ -106,12 +108,8 @@ TrackedList::TrackedList(TrackedModel& model, QWidget* parent) : QListView(paren
     setObjectName("trackedSatellites");
     setAccessibleName(tr("Tracked satellites"));
     setAccessibleDescription(tr("Delete removes the satellite from the tracked list."));
-    setFrameShape(QFrame::NoFrame);
+    makePlainRows(*this);
     setUniformItemSizes(true);
-    setSelectionMode(QAbstractItemView::NoSelection);
-    setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setMouseTracking(true);
     connect(&model, &TrackedModel::modelAboutToBeReset, this, &TrackedList::rememberPlace);
     setModel(&model);

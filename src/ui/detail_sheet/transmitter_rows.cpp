@@ -8,6 +8,8 @@
 #include "ui/q_text.h"
 #include "ui/symbol_icon.h"
 #include "ui/theme.h"
+#include "ui/widgets/fitted_text.h"
+#include "ui/widgets/plain_rows.h"
 #include "ui/widgets/row_painting.h"
 
 namespace veloran {
@@ -98,9 +100,9 @@ bool TransmitterRowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* vie
     }
     const QString description = qText(model_.transmitter(index.row()).description);
     const QRect area = descriptionArea(option.rect);
-    const bool isCut =
-        QFontMetrics(descriptionFont()).horizontalAdvance(description) > area.width();
-    showRowHelp(*event, view, isCut && area.contains(event->pos()) ? description : QString());
+    const bool tells =
+        area.contains(event->pos()) && isCut(descriptionFont(), description, area.width());
+    showRowHelp(*event, view, tells ? description : QString());
     return true;
 }
 
@@ -108,12 +110,9 @@ TransmitterRows::TransmitterRows(QWidget* parent)
     : QListView(parent), model_(new TransmitterModel(this)) {
     setObjectName("transmitters");
     setAccessibleName(tr("Transmitters"));
-    setFrameShape(QFrame::NoFrame);
+    makePlainRows(*this);
     setUniformItemSizes(true);
-    setSelectionMode(QAbstractItemView::NoSelection);
-    setEditTriggers(QAbstractItemView::NoEditTriggers);
     setFocusPolicy(Qt::NoFocus);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setBackgroundRole(QPalette::Window);
     setModel(model_);

@@ -7,6 +7,7 @@
 
 #include "ui/pass_list/pass_list_model.h"
 #include "ui/pass_list/pass_row_delegate.h"
+#include "ui/widgets/plain_rows.h"
 
 namespace veloran {
 
@@ -14,12 +15,8 @@ PassRowsView::PassRowsView(PassListModel& model, QWidget* parent)
     : QListView(parent), model_(model) {
     setObjectName("passList");
     setAccessibleName(tr("Coming passes"));
-    setFrameShape(QFrame::NoFrame);
+    makePlainRows(*this);
     setUniformItemSizes(true);
-    setSelectionMode(QAbstractItemView::NoSelection);
-    setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     // Before the view hears of the reset and forgets where it was.
     connect(&model, &PassListModel::modelAboutToBeReset, this, &PassRowsView::rememberPlace);
     setModel(&model);

@@ -12,6 +12,7 @@
 #include "ui/q_text.h"
 #include "ui/quick_list/quick_list_model.h"
 #include "ui/theme.h"
+#include "ui/widgets/fitted_text.h"
 #include "ui/widgets/row_painting.h"
 
 namespace veloran {
@@ -59,7 +60,12 @@ void drawLabel(QPainter& painter, const QRect& area, const QuickListLook& look,
     if (!look.passes.empty()) line.left(qText(look.passes), smallFont(), {Ink::green}, 0);
 }
 
-bool isToggle(const QEvent& event, const QRect& row) {
+/// Without a frequency its room is the label's.
+QRect labelArea(const QuickColumns& columns, const QuickListLook& look) {
+    return look.frequency.empty() ? columns.label.united(columns.frequency) : columns.label;
+}
+
+bool isToggle(const QEvent& event, const QRect& row, const QuickListLook& look) {
     if (event.type() == QEvent::KeyPress) {
         const int key = static_cast<const QKeyEvent&>(event).key();
         return key == Qt::Key_Space || key == Qt::Key_Select;
@@ -69,8 +75,9 @@ bool isToggle(const QEvent& event, const QRect& row) {
         return false;
     }
     const auto& mouse = static_cast<const QMouseEvent&>(event);
-    return mouse.button() == Qt::LeftButton &&
-           !quickColumns(row).frequency.contains(mouse.position().toPoint());
+    const bool isOnFrequency =
+        !look.frequency.empty() && quickColumns(row).frequency.contains(mouse.position().toPoint());
+    return mouse.button() == Qt::LeftButton && !isOnFrequency;
 }
 
 }  // namespace
@@ -97,10 +104,7 @@ void QuickRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     drawCheck(*painter, option, columns.check, look.isSelected);
-    // Without a frequency its room is the label's.
-    const QRect label =
-        look.frequency.empty() ? columns.label.united(columns.frequency) : columns.label;
-    drawLabel(*painter, label, look, background);
+    drawLabel(*painter, labelArea(columns, look), look, background);
     drawRowText(*painter, columns.frequency,
                 {qText(look.frequency), Theme::mono(10), {Ink::cyan}, Qt::AlignRight}, background);
     if (option.state & QStyle::State_HasFocus) drawRowFocus(*painter, option.rect);
@@ -109,7 +113,7 @@ void QuickRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
 
 bool QuickRowDelegate::editorEvent(QEvent* event, QAbstractItemModel* model,
                                    const QStyleOptionViewItem& option, const QModelIndex& index) {
-    if (!isToggle(*event, option.rect)) return false;
+    if (!isToggle(*event, option.rect, model_.look(index.row()))) return false;
     const bool isOn = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
     return model->setData(index, isOn ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
 }
@@ -119,11 +123,16 @@ bool QuickRowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
     if (event->type() != QEvent::ToolTip || !index.isValid()) {
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     }
-    const QRect label = quickColumns(option.rect).label;
-    const QString name = qText(model_.satellite(index.row())->name);
-    const bool isCut = QFontMetrics(nameFont()).horizontalAdvance(name) > label.width();
-    showRowHelp(*event, view, isCut && label.contains(event->pos()) ? name : QString());
+    showRowHelp(*event, view, helpAt(event->pos(), option.rect, index));
     return true;
+}
+
+QString QuickRowDelegate::helpAt(const QPoint& at, const QRect& row,
+                                 const QModelIndex& index) const {
+    const QuickListLook look = model_.look(index.row());
+    const QRect label = labelArea(quickColumns(row), look);
+    const QString name = qText(look.name);
+    return label.contains(at) && isCut(nameFont(), name, label.width()) ? name : QString();
 }
 
 }  // namespace veloran

@@ -27,6 +27,7 @@ class QuickRowDelegate : public QStyledItemDelegate {
                      const QModelIndex& index) override;
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;
+    QString helpAt(const QPoint& at, const QRect& row, const QModelIndex& index) const;
 
   private:
     const QuickListModel& model_;

@@ -9,6 +9,7 @@
 #include "ui/quick_list/quick_row_delegate.h"
 #include "ui/theme.h"
 #include "ui/widgets/divider.h"
+#include "ui/widgets/plain_rows.h"
 #include "ui/widgets/search_field.h"
 #include "ui/widgets/value_label.h"
 
@@ -25,12 +26,8 @@ QuickListRows::QuickListRows(QuickListModel& model, QWidget* parent)
     setObjectName("quickList");
     setAccessibleName(tr("Satellites"));
     setAccessibleDescription(tr("Space selects the satellite or takes it out."));
-    setFrameShape(QFrame::NoFrame);
+    makePlainRows(*this);
     setUniformItemSizes(true);
-    setSelectionMode(QAbstractItemView::NoSelection);
-    setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setModel(&model);
     setItemDelegate(new QuickRowDelegate(model, this));
 }

@@ -10,8 +10,9 @@
 #include "ui/theme.h"
 #include "ui/timeline/favorite_row_delegate.h"
 #include "ui/timeline/favorites_model.h"
-#include "ui/timeline/mini_button.h"
 #include "ui/timeline/timeline_texts.h"
+#include "ui/widgets/mini_button.h"
+#include "ui/widgets/plain_rows.h"
 #include "ui/widgets/prominent_button.h"
 #include "ui/widgets/text_button.h"
 #include "ui/widgets/value_label.h"
@@ -22,12 +23,8 @@ FavoriteRowsView::FavoriteRowsView(FavoritesModel& model, QWidget* parent) : QLi
     setObjectName("favorites");
     setAccessibleName(tr("Favorites"));
     setAccessibleDescription(tr("Delete removes the satellite from the favorites."));
-    setFrameShape(QFrame::NoFrame);
+    makePlainRows(*this);
     setUniformItemSizes(true);
-    setSelectionMode(QAbstractItemView::NoSelection);
-    setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     viewport()->setBackgroundRole(QPalette::Window);
     viewport()->setMouseTracking(true);
     setModel(&model);

@@ -9,10 +9,10 @@
 #include "ui/q_text.h"
 #include "ui/theme.h"
 #include "ui/timeline/favorites_list.h"
-#include "ui/timeline/mini_button.h"
 #include "ui/timeline/timeline_canvas.h"
 #include "ui/timeline/timeline_texts.h"
 #include "ui/widgets/divider.h"
+#include "ui/widgets/mini_button.h"
 #include "ui/widgets/value_label.h"
 
 namespace veloran {

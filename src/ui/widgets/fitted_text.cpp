@@ -7,8 +7,14 @@
 
 namespace veloran {
 
-FittedText fittedText(const QFont& font, const QString& text, int width, int smallestPixels,
+QString readable(const QString& text) {
+    constexpr qsizetype kMostRead = 2000;
+    return text.size() <= kMostRead ? text : text.left(kMostRead) + QChar(0x2026);
+}
+
+FittedText fittedText(const QFont& font, const QString& whole, int width, int smallestPixels,
                       Qt::TextElideMode cutAt) {
+    const QString text = readable(whole);
     const int needed = QFontMetrics(font).horizontalAdvance(text);
     if (needed <= width) return {font, text};
     QFont drawn = font;
@@ -17,8 +23,16 @@ FittedText fittedText(const QFont& font, const QString& text, int width, int sma
     return {drawn, QFontMetrics(drawn).elidedText(text, cutAt, width)};
 }
 
+bool isCut(const QFont& font, const QString& text, int width) {
+    return QFontMetrics(font).horizontalAdvance(readable(text)) > width;
+}
+
+QString plainToolTip(const QString& text) {
+    return text.isEmpty() ? QString() : "<p>" + readable(text).toHtmlEscaped() + "</p>";
+}
+
 void showFullText(const QHelpEvent& event, QWidget* widget, const QString& text) {
-    QToolTip::showText(event.globalPos(), "<p>" + text.toHtmlEscaped() + "</p>", widget);
+    QToolTip::showText(event.globalPos(), plainToolTip(text), widget);
 }
 
 }  // namespace veloran

@@ -14,11 +14,21 @@ struct FittedText {
     QString text;
 };
 
+/// As much of a text as anyone reads. To lay out one of megabytes, which a file may hold where a
+/// name belongs, would hold up the window.
+QString readable(const QString& text);
+
 /// `font` is measured in pixels, and shrinks to `smallestPixels` at least.
 FittedText fittedText(const QFont& font, const QString& text, int width, int smallestPixels,
                       Qt::TextElideMode cutAt);
 
-/// Shows all of a text that its widget cuts. It may come from outside, so markup is not obeyed.
+/// Whether a width is too small for a text.
+bool isCut(const QFont& font, const QString& text, int width);
+
+/// A tooltip of one text. It may come from outside, so markup is not obeyed.
+QString plainToolTip(const QString& text);
+
+/// Shows all of a text that its widget cuts.
 void showFullText(const QHelpEvent& event, QWidget* widget, const QString& text);
 
 }  // namespace veloran

@@ -39,7 +39,8 @@ void showRowHelp(const QHelpEvent& event, QWidget* view, const QString& help) {
     }
 }
 
-void TextLine::left(const QString& text, const QFont& font, const Tint& tint, int gap) {
+void TextLine::left(const QString& whole, const QFont& font, const Tint& tint, int gap) {
+    const QString text = readable(whole);
     const QFontMetrics metrics(font);
     draw(area_.left(), metrics.elidedText(text, Qt::ElideRight, area_.width()), font, tint);
     area_.setLeft(area_.left() + metrics.horizontalAdvance(text) + gap);

@@ -19,7 +19,7 @@ SelectableValue::SelectableValue(const TextStyle& style, const QString& sample, 
     setReadOnly(true);
     setFrame(false);
     setTextMargins(-2, 0, 0, 0);
-    setFont(Theme::mono(style.pixels, style.weight));
+    setFont(fontOf(style));
     setFixedHeight(QFontMetrics(font()).height());
     fitWidth(sample);
     applyColors();

@@ -3,7 +3,7 @@
 #include <QLineEdit>
 #include <string_view>
 
-#include "ui/widgets/value_label.h"
+#include "ui/widgets/text_style.h"
 
 namespace veloran {
 

@@ -11,8 +11,7 @@ namespace veloran {
 TextButton::TextButton(const QString& text, const TextStyle& style, QWidget* parent)
     : QAbstractButton(parent), style_(style) {
     setText(text);
-    setFont(style.mono ? Theme::mono(style.pixels, style.weight)
-                       : Theme::face(style.pixels, style.weight));
+    setFont(fontOf(style));
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
     setCursor(Qt::PointingHandCursor);

@@ -2,7 +2,7 @@
 
 #include <QAbstractButton>
 
-#include "ui/widgets/value_label.h"
+#include "ui/widgets/text_style.h"
 
 namespace veloran {
 

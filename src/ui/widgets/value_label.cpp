@@ -95,7 +95,7 @@ void ValueLabel::alignToFirstBaselineOf(const QFont& larger) {
 }
 
 QSize ValueLabel::sizeHint() const {
-    const int height = QFontMetrics(baselineFont_.value_or(font(style_.pixels))).height();
+    const int height = QFontMetrics(baselineFont_.value_or(fontOf(style_))).height();
     const int reserved = reserved_.value_or(0);
     return {fixedHint_ ? reserved : std::max(reserved, textWidth_), height};
 }
@@ -109,7 +109,7 @@ void ValueLabel::paintEvent(QPaintEvent*) {
     if (text_.isEmpty()) return;
     const FittedText drawn = fitted();
     const int textWidth = QFontMetrics(drawn.font).horizontalAdvance(drawn.text);
-    const QFontMetrics lineMetrics(baselineFont_.value_or(font(style_.pixels)));
+    const QFontMetrics lineMetrics(baselineFont_.value_or(fontOf(style_)));
     const int baseline = (height() - lineMetrics.height()) / 2 + lineMetrics.ascent();
     int x = 0;
     if (alignment_ & Qt::AlignRight) x = width() - textWidth;
@@ -134,15 +134,11 @@ bool ValueLabel::isCut() const {
 }
 
 FittedText ValueLabel::fitted() const {
-    return fittedText(font(style_.pixels), text_, width(), kSmallestPixels, cutAt_);
-}
-
-QFont ValueLabel::font(int pixels) const {
-    return style_.mono ? Theme::mono(pixels, style_.weight) : Theme::face(pixels, style_.weight);
+    return fittedText(fontOf(style_), text_, width(), kSmallestPixels, cutAt_);
 }
 
 int ValueLabel::widthOf(const QString& text) const {
-    return QFontMetrics(font(style_.pixels)).horizontalAdvance(text);
+    return QFontMetrics(fontOf(style_)).horizontalAdvance(readable(text));
 }
 
 }  // namespace veloran

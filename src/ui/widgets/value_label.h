@@ -4,21 +4,11 @@
 #include <optional>
 #include <string_view>
 
-#include "ui/ink.h"
 #include "ui/q_text.h"
 #include "ui/widgets/fitted_text.h"
+#include "ui/widgets/text_style.h"
 
 namespace veloran {
-
-/// How a text looks; size in logical pixels.
-struct TextStyle {
-    int pixels = 13;
-    QFont::Weight weight = QFont::Normal;
-    Ink ink = Ink::primary;
-    double opacity = 1;
-    bool mono = true;
-    bool operator==(const TextStyle&) const = default;
-};
 
 /// One line of text that may change many times a second: an equal text costs nothing, another one
 /// repaints this label and lays nothing out anew as long as it fits the reserved width. A text
@@ -60,7 +50,6 @@ class ValueLabel : public QWidget {
   private:
     bool isCut() const;
     FittedText fitted() const;
-    QFont font(int pixels) const;
     int widthOf(const QString& text) const;
 
     TextStyle style_;

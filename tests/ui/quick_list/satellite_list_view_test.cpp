@@ -2,11 +2,13 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QFontMetrics>
 #include <QLineEdit>
 
 #include "../ui_fixture.h"
 #include "ui/quick_list/preset_selections.h"
 #include "ui/quick_list/quick_row_delegate.h"
+#include "ui/theme.h"
 
 namespace veloran::test {
 namespace {
@@ -89,6 +91,19 @@ TEST_F(SatelliteListViewTest, ShowsAllInTheOrderOfTheState) {
     EXPECT_EQ(textOf(*sheet, "selectedCount"), "2 selected");
 }
 
+TEST_F(SatelliteListViewTest, HasTheToldSizeAndTexts) {
+    open();
+    EXPECT_EQ(sheet->minimumSize(), QSize(350, 400));
+    EXPECT_EQ(sheet->windowTitle(), "Satellites");
+    EXPECT_EQ(child<QLineEdit>(*sheet, "searchText").placeholderText(),
+              "Search name or NORAD ID...");
+    QStringList presets;
+    for (const char* name : {"presetAmateur", "presetStations", "presetAll", "presetNone"}) {
+        presets += child<QAbstractButton>(*sheet, name).text();
+    }
+    EXPECT_EQ(presets, (QStringList{"Amateur LEO", "Stations", "All", "None"}));
+}
+
 TEST_F(SatelliteListViewTest, SearchMatchesNamesInAnyCaseAndNumbers) {
     open();
     search("zArYa");
@@ -141,6 +156,28 @@ TEST_F(SatelliteListViewTest, ClickOnCheckOrLabelTogglesAndOnTheFrequencyDoesNot
     EXPECT_FALSE(old->isSelected);
     QTest::mouseClick(rows().viewport(), Qt::RightButton, {}, columns.check.center());
     EXPECT_FALSE(old->isSelected);
+}
+
+TEST_F(SatelliteListViewTest, LabelHasTheRoomOfAMissingFrequency) {
+    const auto named = [this](int length) {
+        return add(std::string(static_cast<std::size_t>(length), 'W'), 50000 + length, false);
+    };
+    open();
+    const int step = QFontMetrics(Theme::face(12, QFont::Medium)).horizontalAdvance('W');
+    const QuickColumns columns = quickColumns(rows().visualRect(row(0)));
+    const auto fits = named(columns.label.width() / step + 2);
+    const auto isTooLong = named(rows().width());
+    sheet->refresh();
+    const auto& delegate = *qobject_cast<QuickRowDelegate*>(rows().itemDelegate());
+    const auto helpAt = [&](int number) {
+        const QRect area = rows().visualRect(row(number));
+        return delegate.helpAt(quickColumns(area).frequency.center(), area, row(number));
+    };
+    EXPECT_EQ(helpAt(4), "") << "shown whole";
+    EXPECT_EQ(helpAt(5), qText(isTooLong->name));
+    QTest::mouseClick(rows().viewport(), Qt::LeftButton, {},
+                      quickColumns(rows().visualRect(row(4))).frequency.center());
+    EXPECT_TRUE(fits->isSelected);
 }
 
 TEST_F(SatelliteListViewTest, DoubleClickIsTwoClicks) {

@@ -6,8 +6,8 @@
 #include "../ui_fixture.h"
 #include "ui/timeline/favorite_row_delegate.h"
 #include "ui/timeline/favorites_list.h"
-#include "ui/timeline/mini_button.h"
 #include "ui/timeline/timeline_canvas.h"
+#include "ui/widgets/mini_button.h"
 
 namespace veloran::test {
 namespace {

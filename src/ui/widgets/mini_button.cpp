@@ -1,4 +1,4 @@
-#include "ui/timeline/mini_button.h"
+#include "ui/widgets/mini_button.h"
 
 #include <QFontMetrics>
 #include <QStyleOptionFocusRect>
@@ -12,11 +12,6 @@ namespace {
 
 constexpr int kPadding = 6;
 constexpr int kHeight = 22;
-
-QFont fontOf(const TextStyle& style) {
-    return style.mono ? Theme::mono(style.pixels, style.weight)
-                      : Theme::face(style.pixels, style.weight);
-}
 
 int widthOf(const QString& text, const TextStyle& style) {
     return QFontMetrics(fontOf(style)).horizontalAdvance(text);

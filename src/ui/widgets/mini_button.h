@@ -3,7 +3,7 @@
 #include <QPushButton>
 
 #include "ui/symbol_icon.h"
-#include "ui/widgets/value_label.h"
+#include "ui/widgets/text_style.h"
 
 namespace veloran {
 
