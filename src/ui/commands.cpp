@@ -32,6 +32,17 @@ void selectPass(AppState& state, SatellitePtr satellite, const PredictedPass& pa
     state.selectTransmitter(transmitter, satellite);
 }
 
+void subscribe(AppState& state, const std::string& key, bool on) {
+    auto keys = state.subscribedCategories.get();
+    if (on) {
+        keys.insert(key);
+    } else {
+        keys.erase(key);
+    }
+    state.subscribedCategories = std::move(keys);
+    state.loadData();
+}
+
 void deselectAll(AppState& state) {
     state.toggleSatellites(state.selectedSatellites());
 }

@@ -21,6 +21,9 @@ void scrollToNow(AppState& state);
 /// Makes this the selected pass, on the channel last worked on that satellite; starts nothing.
 void selectPass(AppState& state, SatellitePtr satellite, const PredictedPass& pass);
 
+/// Puts the key into the subscribed groups, or takes it out, and loads the data anew.
+void subscribe(AppState& state, const std::string& key, bool on);
+
 /// Takes every known body out of the favourites.
 void deselectAll(AppState& state);
 

@@ -34,6 +34,18 @@ TEST_F(CommandsTest, SelectingTheSelectedPassAgainIsSafe) {
     EXPECT_NE((*state->selectedPass)->id, before);
 }
 
+TEST_F(CommandsTest, SubscriptionTakesOrDropsTheGroupAndLoads) {
+    state->subscribedCategories = std::set<std::string>{"amateur"};
+    subscribe(*state, "weather", true);
+    EXPECT_EQ(state->subscribedCategories.get(), (std::set<std::string>{"amateur", "weather"}));
+    EXPECT_TRUE(state->isLoadingTLEs);
+    machine.loop.runPosted();
+    ASSERT_FALSE(state->isLoadingTLEs);
+    subscribe(*state, "amateur", false);
+    EXPECT_EQ(state->subscribedCategories.get(), std::set<std::string>{"weather"});
+    EXPECT_TRUE(state->isLoadingTLEs);
+}
+
 TEST_F(CommandsTest, DeselectAllKeepsIdsOfUnknownBodies) {
     const auto satellite = addSatellite("RS-44", 44909, {});
     state->selectedSatelliteIds = std::set<std::int64_t>{44909, 7};

@@ -3,7 +3,6 @@
 #include <QDragEnterEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QMimeData>
 #include <QShortcut>
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -14,6 +13,7 @@
 #include "ui/browser/tracked_list.h"
 #include "ui/commands.h"
 #include "ui/detail_sheet/satellite_detail_view.h"
+#include "ui/import/local_files.h"
 #include "ui/import/tle_import_sheet.h"
 #include "ui/q_text.h"
 #include "ui/satellite_texts.h"
@@ -61,12 +61,6 @@ QVBoxLayout* makeColumn(QWidget* panel) {
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     return column;
-}
-
-/// The file that is dragged, if it is a single one of this machine.
-QString draggedFile(const QMimeData& data) {
-    const QList<QUrl> urls = data.urls();
-    return urls.size() == 1 ? urls.front().toLocalFile() : QString();
 }
 
 }  // namespace
@@ -120,11 +114,11 @@ QWidget* SatelliteBrowser::makeToolbar() {
     search_->focusProxy()->installEventFilter(this);
 
     const TextStyle plain{13, QFont::Normal, Ink::primary, 1, false};
-    auto* import = new MiniButton(Symbol::importTray, 13, tr("Import TLE"), plain, 4);
+    auto* import = new MiniButton(Symbol::importTray, 11, tr("Import TLE"), plain, 3);
     import->setObjectName("importTLE");
     import->setToolTip(tr("Paste or load TLE data for satellites not in CelesTrak"));
     connect(import, &QAbstractButton::clicked, this, [this] { showImportSheet(); });
-    auto* refresh = new MiniButton(Symbol::arrowClockwise, 13, tr("Refresh"), plain, 4);
+    auto* refresh = new MiniButton(Symbol::arrowClockwise, 11, tr("Refresh"), plain, 3);
     refresh->setObjectName("refreshTLEs");
     refresh->setToolTip(tr("Re-download all TLEs from CelesTrak"));
     connect(refresh, &QAbstractButton::clicked, this, [this] { state_->refreshTLEs(); });
@@ -230,10 +224,7 @@ void SatelliteBrowser::setAll(const std::vector<SatellitePtr>& satellites, bool 
 }
 
 void SatelliteBrowser::toggleSubscription(const std::string& key) {
-    auto subscribed = state_->subscribedCategories.get();
-    if (!subscribed.insert(key).second) subscribed.erase(key);
-    state_->subscribedCategories = std::move(subscribed);
-    state_->loadData();
+    subscribe(*state_, key, !state_->subscribedCategories->contains(key));
 }
 
 void SatelliteBrowser::clearImported() {
@@ -271,14 +262,14 @@ bool SatelliteBrowser::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void SatelliteBrowser::dragEnterEvent(QDragEnterEvent* event) {
-    if (!draggedFile(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+    if (!localFiles(*event->mimeData()).isEmpty()) event->acceptProposedAction();
 }
 
 void SatelliteBrowser::dropEvent(QDropEvent* event) {
-    const QString file = draggedFile(*event->mimeData());
-    if (file.isEmpty()) return;
+    const QStringList files = localFiles(*event->mimeData());
+    if (files.isEmpty()) return;
     event->acceptProposedAction();
-    showImportSheet().importFile(file);
+    showImportSheet().importFiles(files);
 }
 
 }  // namespace veloran

@@ -2,9 +2,9 @@
 
 #include <QMimeData>
 #include <QTextBlock>
-#include <QUrl>
 
 #include "base/text.h"
+#include "ui/import/local_files.h"
 #include "ui/theme.h"
 
 namespace veloran {
@@ -70,14 +70,6 @@ bool ElementEditor::hasRoomFor(const QString& text) const {
     if (text.size() > kMostText - document()->characterCount()) return false;
     const Lines lines = linesOf(text);
     return lines.longest <= kLongestLine && lines.count <= kMostLines - document()->blockCount();
-}
-
-QStringList localFiles(const QMimeData& source) {
-    QStringList paths;
-    for (const QUrl& url : source.urls()) {
-        if (url.isLocalFile()) paths += url.toLocalFile();
-    }
-    return paths;
 }
 
 }  // namespace veloran

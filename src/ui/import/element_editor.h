@@ -34,7 +34,4 @@ class ElementEditor : public QPlainTextEdit {
     bool hasRoomFor(const QString& text) const;
 };
 
-/// Local files among what is dragged or pasted.
-QStringList localFiles(const QMimeData& source);
-
 }  // namespace veloran

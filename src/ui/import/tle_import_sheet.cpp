@@ -10,6 +10,7 @@
 
 #include "ui/import/element_editor.h"
 #include "ui/import/import_run.h"
+#include "ui/import/local_files.h"
 #include "ui/theme.h"
 #include "ui/widgets/disclosure.h"
 #include "ui/widgets/divider.h"
@@ -169,7 +170,7 @@ void TLEImportSheet::openFile() {
     dialog->setOption(QFileDialog::DontUseNativeDialog);
     dialog->setFileMode(QFileDialog::ExistingFile);
     dialog->setNameFilter(tr("Element text and JSON (*.txt *.tle *.json)"));
-    connect(dialog, &QFileDialog::fileSelected, this, &TLEImportSheet::importFile);
+    connect(dialog, &QFileDialog::filesSelected, this, &TLEImportSheet::importFiles);
     dialog->open();
 }
 

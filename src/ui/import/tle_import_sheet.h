@@ -21,9 +21,9 @@ class TLEImportSheet : public Sheet {
   public:
     TLEImportSheet(std::shared_ptr<AppState> state, QWidget* window);
 
-    /// Imports a file and shows what came of it; does nothing while an import runs. Closing the
-    /// sheet meanwhile stops nothing.
-    void importFile(const QString& path) { importFiles({path}); }
+    /// Imports the files and shows what came of them; does nothing while an import runs. Closing
+    /// the sheet meanwhile stops nothing.
+    void importFiles(const QStringList& paths);
 
     QSize sizeHint() const override { return {600, 540}; }
 
@@ -41,7 +41,6 @@ class TLEImportSheet : public Sheet {
     void openFile();
     void importFromPaste();
     void importText(const QString& text);
-    void importFiles(const QStringList& paths);
     std::function<void(const ImportMessage&)> begin();
     void handleResult(const ImportMessage& message);
     void setBusy(bool busy);

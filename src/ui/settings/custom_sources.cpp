@@ -7,9 +7,9 @@
 #include <utility>
 
 #include "base/unique_id.h"
+#include "ui/commands.h"
 #include "ui/q_text.h"
 #include "ui/settings/form_controls.h"
-#include "ui/settings/sources_section.h"
 #include "ui/widgets/switch_button.h"
 #include "ui/widgets/symbol_button.h"
 #include "ui/widgets/value_label.h"

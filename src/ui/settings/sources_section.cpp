@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/commands.h"
 #include "ui/q_text.h"
 #include "ui/satellite_texts.h"
 #include "ui/settings/custom_sources.h"
@@ -30,17 +31,6 @@ std::vector<std::pair<std::string, std::vector<TLECategory>>> bySection(
 }
 
 }  // namespace
-
-void subscribe(AppState& state, const std::string& key, bool on) {
-    auto keys = state.subscribedCategories.get();
-    if (on) {
-        keys.insert(key);
-    } else {
-        keys.erase(key);
-    }
-    state.subscribedCategories = std::move(keys);
-    state.loadData();
-}
 
 SourcesSection::SourcesSection(std::shared_ptr<AppState> state)
     : FormSection(std::move(state), tr("TLE Sources")) {

@@ -13,9 +13,6 @@ class CustomSources;
 class Disclosure;
 class ValueLabel;
 
-/// Puts the key into the subscribed groups, or takes it out, and loads the data anew.
-void subscribe(AppState& state, const std::string& key, bool on);
-
 /// "TLE Sources": the groups of the element service, the user's own, and the age of them all.
 class SourcesSection : public FormSection {
     Q_OBJECT

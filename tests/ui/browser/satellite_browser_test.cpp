@@ -69,6 +69,8 @@ class SatelliteBrowserTest : public BrowserFixture {
 
 TEST_F(SatelliteBrowserTest, HasTheToldSizes) {
     open();
+    EXPECT_EQ(window->windowTitle(), "Satellite Browser");
+    EXPECT_EQ(window->size(), QSize(820, 620));
     EXPECT_EQ(window->minimumSize(), QSize(700, 500));
     const auto& panels = child<QSplitter>(*window, "browserPanels");
     EXPECT_EQ(panels.widget(0)->minimumWidth(), 400);
@@ -254,24 +256,28 @@ class DropOnBrowser : public SatelliteBrowserTest {
     }
 };
 
-TEST_F(DropOnBrowser, FileIsImportedInTheImportSheet) {
+TEST_F(DropOnBrowser, FilesAreImportedInTheImportSheet) {
     const QTemporaryDir directory;
-    QFile file(directory.filePath("iss.tle"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(kStation);
-    file.close();
-    open();
     QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(file.fileName())});
+    QList<QUrl> urls;
+    for (const auto& [name, content] : {std::pair("iss.tle", kStation), {"notes.txt", "none"}}) {
+        QFile file(directory.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+        urls += QUrl::fromLocalFile(file.fileName());
+    }
+    data.setUrls(urls);
+    open();
     EXPECT_TRUE(drop(data));
     const auto* sheet = window->findChild<TLEImportSheet*>();
     ASSERT_NE(sheet, nullptr);
     ASSERT_TRUE(settle([&] { return !textOf(*sheet, "resultMessage").isEmpty(); }));
-    EXPECT_EQ(textOf(*sheet, "resultMessage"), "Imported 1 satellite");
+    EXPECT_EQ(textOf(*sheet, "resultMessage"),
+              "Imported 1 satellite; Error: No valid TLEs found in text (notes.txt)");
     EXPECT_TRUE(settle([this] { return isImported(); }));
 }
 
-TEST_F(DropOnBrowser, WhatIsNoSingleFileIsRefused) {
+TEST_F(DropOnBrowser, WhatIsNoFileIsRefused) {
     open();
     QMimeData text;
     text.setText("text");

@@ -85,6 +85,22 @@ class TLEImportSheetTest : public UiFixture {
     std::unique_ptr<TLEImportSheet> sheet = std::make_unique<TLEImportSheet>(state, nullptr);
 };
 
+TEST_F(TLEImportSheetTest, SaysWhatItTakes) {
+    EXPECT_EQ(sheet->minimumSize(), QSize(550, 500));
+    EXPECT_EQ(sheet->windowTitle(), "Import TLE Data");
+    QStringList texts;
+    for (const auto* label : sheet->findChildren<ValueLabel*>()) texts += label->text();
+    for (const char* told :
+         {"Import TLE Data",
+          "Paste TLE data below, or click 'Load File…' to open a .txt or .json file.",
+          "Supports three-line TLE, two-line TLE, CelesTrak JSON, and SatNOGS JSON."}) {
+        EXPECT_TRUE(texts.contains(told)) << told;
+    }
+    QStringList buttons;
+    for (const auto* button : sheet->findChildren<QPushButton*>()) buttons += button->text();
+    EXPECT_EQ(buttons, (QStringList{"Close", "Load File…", "Import from Text"}));
+}
+
 TEST_F(TLEImportSheetTest, BlanksLeaveTheImportDisabled) {
     EXPECT_FALSE(importButton().isEnabled());
     editor().setPlainText(" \t\n\n \u00A0\u2028 ");
@@ -151,7 +167,7 @@ TEST_F(TLEImportSheetTest, ResultStaysUntilTheNext) {
 
 TEST_F(TLEImportSheetTest, FileIsImported) {
     editor().setPlainText("draft");
-    sheet->importFile(write("iss.tle", kStation));
+    sheet->importFiles({write("iss.tle", kStation)});
     EXPECT_TRUE(isBusy()) << "the window does not wait for the disk";
     ASSERT_TRUE(settle());
     EXPECT_EQ(result(), "Imported 1 satellite");
@@ -160,16 +176,16 @@ TEST_F(TLEImportSheetTest, FileIsImported) {
 }
 
 TEST_F(TLEImportSheetTest, FileThatIsNoUtf8GivesTheReadFailure) {
-    sheet->importFile(write("latin.txt",
-                            "M\xFC"
-                            "NCHEN"));
+    sheet->importFiles({write("latin.txt",
+                              "M\xFC"
+                              "NCHEN")});
     ASSERT_TRUE(settle());
     EXPECT_EQ(result(), "Failed to read file: latin.txt: not UTF-8 text");
     EXPECT_TRUE(isShown(*sheet, "failureSymbol"));
 }
 
 TEST_F(TLEImportSheetTest, FileWithoutElementsGivesTheImportsFailure) {
-    sheet->importFile(write("notes.txt", "nothing"));
+    sheet->importFiles({write("notes.txt", "nothing")});
     ASSERT_TRUE(settle());
     EXPECT_EQ(result(), "Error: No valid TLEs found in text");
 }
@@ -180,7 +196,7 @@ TEST_F(TLEImportSheetTest, FileDialogImportsWhatIsChosen) {
     auto& dialog = child<QFileDialog>(*sheet, "selectTleFile");
     EXPECT_EQ(dialog.windowTitle(), "Select TLE file");
     EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
-    emit dialog.fileSelected(path);
+    emit dialog.filesSelected({path});
     dialog.close();
     ASSERT_TRUE(settle());
     EXPECT_EQ(result(), "Imported 1 satellite");
@@ -218,12 +234,12 @@ TEST_F(TLEImportSheetTest, DropIsRefusedWithoutFilesAndWhileBusy) {
     QCoreApplication::sendEvent(sheet.get(), &words);
     EXPECT_FALSE(words.isAccepted());
 
-    sheet->importFile(write("a.txt", kStation));
+    sheet->importFiles({write("a.txt", kStation)});
     const auto data = filesOf({write("b.txt", kOther)});
     QDragEnterEvent files({5, 5}, Qt::CopyAction, data.get(), Qt::LeftButton, {});
     QCoreApplication::sendEvent(sheet.get(), &files);
     EXPECT_FALSE(files.isAccepted());
-    sheet->importFile(directory.filePath("b.txt"));
+    sheet->importFiles({directory.filePath("b.txt")});
     ASSERT_TRUE(settle());
     EXPECT_EQ(result(), "Imported 1 satellite") << "of the first file alone";
 }
@@ -287,13 +303,13 @@ TEST_F(TLEImportSheetTest, EditorFullOfLinesTakesNoMore) {
 }
 
 TEST_F(TLEImportSheetTest, ClosingMeanwhileStopsNothing) {
-    sheet->importFile(write("a.txt", kStation));
+    sheet->importFiles({write("a.txt", kStation)});
     sheet.reset();
     EXPECT_TRUE(settle([this] { return knows(25544); }));
 }
 
 TEST_F(TLEImportSheetTest, EndOfTheStateMeanwhileIsHarmless) {
-    sheet->importFile(write("a.txt", kStation));
+    sheet->importFiles({write("a.txt", kStation)});
     sheet.reset();
     state.reset();
     QThreadPool::globalInstance()->waitForDone();
