@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "ui/theme.h"
+#include "ui/widgets/one_line.h"
 #include "ui/widgets/switch_button.h"
 
 namespace veloran {
@@ -44,6 +45,7 @@ QLineEdit* makeField(const ControlName& name, const QString& placeholder, int wi
     applyName(*field, name);
     field->setPlaceholderText(placeholder);
     field->setFont(Theme::mono(pixels));
+    keepToOneLine(*field);
     if (width > 0) field->setFixedWidth(width);
     return field;
 }

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "ui/q_text.h"
 #include "ui/theme.h"
@@ -89,9 +90,12 @@ QLineEdit* FormSection::boundField(const ControlName& name, const QString& place
     auto* line = makeField(name, placeholder, kTextWidth);
     connect(line, &QLineEdit::textEdited, this,
             [this, field](const QString& text) { (*state_).*field = text.toStdString(); });
-    follow([this, field, line] {
-        const QString text = qText(((*state_).*field).get());
-        if (line->text() != text) line->setText(text);
+    // A stored text that the field cannot show as it is must not be set over and over.
+    follow([this, field, line, followed = std::optional<std::string>()]() mutable {
+        const std::string& present = ((*state_).*field).get();
+        if (followed == present) return;
+        followed = present;
+        if (const QString text = qText(present); line->text() != text) line->setText(text);
     });
     return line;
 }

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "ui/theme.h"
+#include "ui/widgets/one_line.h"
 #include "ui/widgets/symbol_button.h"
 #include "ui/widgets/symbol_view.h"
 
@@ -20,11 +21,12 @@ constexpr int kCornerRadius = 6;
 SearchField::SearchField(const QString& placeholder, QWidget* parent)
     : QWidget(parent),
       line_(new QLineEdit),
-      clear_(new SymbolButton(Symbol::crossDisc, 12, tr("Clear the search"), Ink::secondary)) {
+      clear_(new SymbolButton(Symbol::crossDisc, 10, tr("Clear the search"), Ink::secondary)) {
     line_->setObjectName("searchText");
     line_->setPlaceholderText(placeholder);
     line_->setAccessibleName(tr("Search"));
     line_->setFrame(false);
+    keepToOneLine(*line_);
     line_->setFont(Theme::face(12));
     clear_->setObjectName("clearSearch");
     clear_->hide();
@@ -33,7 +35,7 @@ SearchField::SearchField(const QString& placeholder, QWidget* parent)
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(6, 4, 6, 4);
     row->setSpacing(4);
-    row->addWidget(new SymbolView(Symbol::search, 12, Ink::secondary));
+    row->addWidget(new SymbolView(Symbol::search, 11, Ink::secondary));
     row->addWidget(line_, 1);
     row->addWidget(clear_);
     // The field keeps its height when the button comes and goes.

@@ -1,6 +1,7 @@
 #include "ui/settings/settings_view.h"
 
 #include <QAccessible>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
 #include <QRadioButton>
@@ -83,6 +84,103 @@ TEST_F(SettingsViewTest, FieldsBeginAtOneEdge) {
                              "rigHost", "rigPort", "dopplerRate"}) {
         EXPECT_EQ(left(name), left("obsName")) << name;
     }
+}
+
+TEST_F(SettingsViewTest, SaysWhatItIsAbout) {
+    QStringList texts;
+    for (const auto* label : sheet->findChildren<QLabel*>()) texts += label->text();
+    texts.removeAll("");
+    const QStringList told{
+        "Observer Location",
+        "Name",
+        "Latitude",
+        "Longitude",
+        "Altitude",
+        "m",
+        "Grid",
+        "Second Observer Location (optional)",
+        "Show second site on map",
+        "Future: covisibility / simultaneous-pass calculations.",
+        "Rig Control (rigctld)",
+        "Host",
+        "Port",
+        "Auto-connect on launch",
+        "Force Classic rigctld (disable SAT_PROTO)",
+        "Auto-detected by default. Toggle on to pin to legacy `set_freq` for debugging.",
+        "SAT_PROTO Output",
+        "rest_hz pattern",
+        "Pattern A: receiver parks at the spec-sheet centre; the bird's drift shows as the "
+        "beacon's visible offset on the Tarnwave waterfall. Cal / RIT / passband offset are "
+        "STORED but NOT applied to rest_hz.\n"
+        "Pattern B: receiver parks at the operator's chosen DL freq with transponder cal applied "
+        "so the actual signal lands at the displayed centre. UL is computed via the same cal.",
+        "Doppler Output",
+        "Update Rate",
+        "Hz",
+        "(1–50)",
+        "Presets",
+        "TLE Sources",
+        "Auto-Tracking",
+        "Min elevation",
+        "Queued passes below this elevation are skipped automatically. 5° is a reasonable "
+        "default; raise it if your horizon is obstructed.",
+        "Display",
+        "Bearing line on polar plot",
+        "Draw a thin radial line from the polar plot's centre to the live satellite position. "
+        "Off by default to keep the chart uncluttered.",
+        "Timeline",
+        "Visible hours",
+        "Settings"};
+    for (const QString& text : told) EXPECT_TRUE(texts.contains(text)) << text.toStdString();
+    EXPECT_EQ(child<QRadioButton>(*sheet, "transponderCenter").text(),
+              "Transponder center — wideband SDR (A)");
+    EXPECT_EQ(child<QRadioButton>(*sheet, "selectedDL").text(),
+              "Selected RX freq + cal + RIT — narrow SDR / IC-9700 (B)");
+    EXPECT_EQ(child<QPushButton>(*sheet, "useMyLocation").text(), "Use My Location");
+    EXPECT_EQ(child<QPushButton>(*sheet, "obsFromGrid").text(), "From Grid");
+}
+
+TEST_F(SettingsViewTest, FieldsHaveTheirHintsAndWidths) {
+    for (const auto& [name, hint, width] : {std::tuple{"obsName", "Home", 200},
+                                            {"obsLatitude", "33.87", 140},
+                                            {"obsLongitude", "-84.34", 140},
+                                            {"obsAltitude", "300", 140},
+                                            {"obsGrid", "EM73", 140},
+                                            {"obs2Name", "Site 2", 200},
+                                            {"obs2Latitude", "0.0", 140},
+                                            {"obs2Longitude", "0.0", 140},
+                                            {"obs2Grid", "FN31pr", 140},
+                                            {"rigHost", "localhost", 200},
+                                            {"rigPort", "4532", 200},
+                                            {"dopplerRate", "10", 80},
+                                            {"newSourceName", "Name (e.g. CSN)", 120}}) {
+        EXPECT_EQ(field(name).placeholderText(), hint) << name;
+        EXPECT_EQ(field(name).width(), width) << name;
+    }
+    EXPECT_EQ(field("newSourceURL").placeholderText(), "https://…");
+}
+
+TEST_F(SettingsViewTest, LineEndOfAPasteIsNoPartOfTheValue) {
+    type("rigHost", "");
+    type("rigPort", "");
+    for (const auto& [name, text] :
+         {std::pair("rigHost", "shack.local\n"), {"rigPort", "4533\r\n"}}) {
+        QGuiApplication::clipboard()->setText(text);
+        field(name).paste();
+    }
+    QGuiApplication::clipboard()->clear();
+    click("applyButton");
+    EXPECT_EQ(state->rigHost.get(), "shack.local");
+    EXPECT_EQ(state->rigPort, 4533);
+}
+
+TEST_F(SettingsViewTest, StoredNameThatNoFieldShowsDoesNotHoldTheCursor) {
+    state->obsName = std::string("Ho\nme");
+    sheet->refresh();
+    EXPECT_EQ(field("obsName").text(), "Home");
+    field("obsName").setCursorPosition(1);
+    sheet->refresh();
+    EXPECT_EQ(field("obsName").cursorPosition(), 1);
 }
 
 // ---- Apply and Cancel.
