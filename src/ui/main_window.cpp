@@ -29,6 +29,7 @@ MainWindow::MainWindow(std::shared_ptr<AppState> state, QWidget* parent)
     makeViewMenu();
     makeWindowMenu();
     makeHelpMenu();
+    letMenusActFromEveryWindow();
     resize(1200, 800);
 
     auto* content = new ContentView(state_, *refresher_);
@@ -94,6 +95,14 @@ void MainWindow::makeHelpMenu() {
     QAction* about = menu->addAction(tr("&About Veloran"), this, &MainWindow::showAbout);
     about->setObjectName("aboutAction");
     about->setMenuRole(QAction::AboutRole);
+}
+
+/// The browser has no menu of its own. A sheet over this window keeps the shortcuts off all the
+/// same.
+void MainWindow::letMenusActFromEveryWindow() {
+    for (QAction* action : findChildren<QAction*>()) {
+        action->setShortcutContext(Qt::ApplicationShortcut);
+    }
 }
 
 void MainWindow::refresh() {

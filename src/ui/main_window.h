@@ -35,6 +35,7 @@ class MainWindow : public QMainWindow {
     void makeViewMenu();
     void makeWindowMenu();
     void makeHelpMenu();
+    void letMenusActFromEveryWindow();
     void refresh();
     template <class T>
     void showSheet(bool wanted, QPointer<T>& sheet);

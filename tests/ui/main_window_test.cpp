@@ -286,6 +286,22 @@ TEST_F(MainWindowTest, BrowserIsOneWindowThatClosesWithTheMainOne) {
     EXPECT_FALSE(browsers().front()->isVisible());
 }
 
+TEST_F(MainWindowTest, MenuShortcutsActFromTheBrowserToo) {
+    showWindow();
+    action("browserAction").trigger();
+    QTest::qWait(0);
+    QWidget* browser = QApplication::activeWindow();
+    ASSERT_NE(browser, nullptr);
+    ASSERT_EQ(browser->objectName(), "satelliteBrowser");
+    const double hours = state->timelineHoursVisible;
+    QTest::keyClick(browser, Qt::Key_Minus, Qt::ControlModifier);
+    EXPECT_EQ(state->timelineHoursVisible, hours + 1);
+    refreshedAfter(window, [&] { QTest::keyClick(browser, Qt::Key_L, Qt::ControlModifier); });
+    EXPECT_TRUE(state->showSatelliteList);
+    QTest::keyClick(browser, Qt::Key_Minus, Qt::ControlModifier);
+    EXPECT_EQ(state->timelineHoursVisible, hours + 1) << "a sheet keeps them off the window below";
+}
+
 TEST_F(MainWindowTest, EveryControlIsReachedByTheTabKeyAndHasAName) {
     trackPair();
     showWindow();
