@@ -7,12 +7,11 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdlib>
 #include <random>
 
-#include "base/text.h"
 #include "support/queue_world.h"
 #include "support/radio_server.h"
+#include "support/seeds.h"
 
 namespace veloran::test {
 namespace {
@@ -352,12 +351,6 @@ class RandomDay {
     int ended_ = 0;
     int ticks_ = 0;
 };
-
-std::optional<unsigned> givenSeed() {
-    const char* text = std::getenv("VELORAN_SEED");
-    const auto number = text ? parseInt64(text) : std::nullopt;
-    return number ? std::optional(static_cast<unsigned>(*number)) : std::nullopt;
-}
 
 TEST(QueueSeeds, KeepTheQueuesPromises) {
     Tally tally;

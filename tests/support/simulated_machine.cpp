@@ -120,10 +120,24 @@ std::optional<SettingValue> MemorySettings::value(std::string_view key) const {
 void MemorySettings::set(std::string_view key, SettingValue value) {
     writes.emplace_back(key);
     values.insert_or_assign(std::string(key), std::move(value));
+    store();
 }
 
 void MemorySettings::remove(std::string_view key) {
     if (const auto found = values.find(key); found != values.end()) values.erase(found);
+    store();
+}
+
+void MemorySettings::restart() {
+    values = stored_;
+}
+
+void MemorySettings::store() {
+    if (writable) {
+        stored_ = values;
+    } else {
+        ++refusedWrites;
+    }
 }
 
 std::vector<std::string> MemorySettings::keys() const {
@@ -140,7 +154,10 @@ std::optional<std::string> MemoryFiles::read(const std::filesystem::path& path) 
 }
 
 bool MemoryFiles::writeAtomically(const std::filesystem::path& path, std::string_view content) {
-    if (!writable) return false;
+    if (!writable || (room && content.size() > *room)) {
+        ++refusedWrites;
+        return false;
+    }
     files[path] = std::string(content);
     return true;
 }
@@ -150,6 +167,7 @@ bool MemoryFiles::remove(const std::filesystem::path& path) {
 }
 
 void MemoryFiles::removeDirectory(const std::filesystem::path& path) {
+    if (!writable) return;
     const std::string inside = path.string() + "/";
     std::erase_if(files,
                   [&inside](const auto& file) { return file.first.string().starts_with(inside); });
@@ -160,7 +178,10 @@ void MemoryFiles::removeDirectory(const std::filesystem::path& path) {
 void ScriptedHttp::get(const std::string& url, Completion completion) {
     requests.push_back(url);
     const auto found = answers.find(url);
-    const Answer answer = found == answers.end() ? Answer{} : found->second;
+    Answer answer = found == answers.end() ? Answer{} : found->second;
+    if (special) {
+        if (auto other = special(url, answer)) answer = std::move(*other);
+    }
     if (answer.never) return;
     auto complete = [body = answer.body, completion = std::move(completion)] { completion(body); };
     if (answer.delaySeconds > 0) {

@@ -33,6 +33,8 @@ class SimulatedLoop final : public MainLoop, public Clock {
     /// Sets the clock without running timers: a laptop that slept, a clock set by NTP. Timers keep
     /// their remaining waits.
     void jumpClock(double seconds);
+    /// Seconds that timers have counted so far, whatever the clock was set to meanwhile.
+    double elapsed() const { return elapsed_; }
     std::size_t timerCount() const;
 
   private:
@@ -59,6 +61,7 @@ class SimulatedWorkers final : public WorkerPool {
     std::deque<MainLoop::Task> waiting_;
 };
 
+/// `values` are what the program remembers, `stored` what its next start will find.
 class MemorySettings final : public SettingsStore {
   public:
     std::optional<SettingValue> value(std::string_view key) const override;
@@ -67,6 +70,17 @@ class MemorySettings final : public SettingsStore {
     std::vector<std::string> keys() const override;
     std::map<std::string, SettingValue, std::less<>> values;
     std::vector<std::string> writes;  ///< keys in the order they were written
+
+    /// While not writable, changes are remembered and wait for the first one that can be written.
+    bool writable = true;
+    std::size_t refusedWrites = 0;
+    const std::map<std::string, SettingValue, std::less<>>& stored() const { return stored_; }
+    /// A new start of the program: what was never written is gone.
+    void restart();
+
+  private:
+    void store();
+    std::map<std::string, SettingValue, std::less<>> stored_;
 };
 
 class MemoryFiles final : public FileStore {
@@ -77,7 +91,10 @@ class MemoryFiles final : public FileStore {
     bool remove(const std::filesystem::path& path) override;
     void removeDirectory(const std::filesystem::path& path) override;
     std::map<std::filesystem::path, std::string> files;
-    bool writable = true;
+    bool writable = true;  ///< a read-only disk neither writes nor removes
+    /// Room for one more file of that size. A full disk still removes.
+    std::optional<std::size_t> room;
+    std::size_t refusedWrites = 0;
 };
 
 /// Answers by address; requests without a script fail. Answers come by post, or after a delay.
@@ -91,6 +108,8 @@ class ScriptedHttp final : public HttpClient {
     explicit ScriptedHttp(MainLoop& loop) : loop_(loop) {}
     void get(const std::string& url, Completion completion) override;
     std::map<std::string, Answer> answers;
+    /// An answer in place of the usual one, or nothing.
+    std::function<std::optional<Answer>(const std::string& url, const Answer& usual)> special;
     std::vector<std::string> requests;
 
   private:
