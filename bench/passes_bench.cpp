@@ -28,30 +28,51 @@ std::size_t searchAll(const Records& satrecs, unsigned threads) {
     return passes;
 }
 
-/// Of the plain search, per pass, over every satellite.
-double plainEvaluations(const Records& satrecs) {
-    std::size_t evaluations = 0;
+/// How often the satellite's place is computed for each pass that is found.
+struct Evaluations {
+    std::size_t looks = 0;
+    std::size_t heights = 0;
     std::size_t passes = 0;
-    for (const auto& satrec : satrecs) {
-        const PassPredictor predictor(
-            [&](Instant at) {
-                ++evaluations;
-                return lookAngles(*satrec, at, kLatitude, kLongitude, kAltitude / 1000);
-            },
-            kLatitude, kLongitude, kAltitude);
-        passes += predictor.findPasses(kDay).size();
+
+    double perPass() const {
+        return static_cast<double>(looks + heights) / static_cast<double>(passes);
     }
-    return static_cast<double>(evaluations) / static_cast<double>(passes);
+};
+
+Evaluations evaluations(const Records& satrecs, bool isPlain) {
+    Evaluations count;
+    for (const auto& satrec : satrecs) {
+        const SkyFunctions sky = satelliteSky(satrec, kLatitude, kLongitude, kAltitude);
+        SkyFunctions counting{[&](Instant at) {
+            ++count.looks;
+            return sky.observe(at);
+        }};
+        if (!isPlain) {
+            counting.heightsBetween = [&](Instant from, Instant to) {
+                return [&count, height = sky.heightsBetween(from, to)](Instant at) {
+                    ++count.heights;
+                    return height(at);
+                };
+            };
+        }
+        const PassPredictor predictor(counting, kLatitude, kLongitude, kAltitude);
+        count.passes += predictor.findPasses(kDay).size();
+    }
+    return count;
 }
 
 void search(benchmark::State& state, const Records& satrecs, unsigned threads) {
     std::size_t passes = 0;
     for (auto _ : state) passes = searchAll(satrecs, threads);
+    // To count over the whole catalogue would take as long as the benchmark.
+    const auto counted = static_cast<long>(std::min<std::size_t>(satrecs.size(), 200));
+    const Records some(satrecs.begin(), satrecs.begin() + counted);
+    const auto actual = evaluations(some, false);
     state.counters["passes"] = static_cast<double>(passes);
-    // The whole catalogue's count would take as long as the benchmark.
-    const Records some(satrecs.begin(), satrecs.begin() + static_cast<long>(std::min<std::size_t>(
-                                                              satrecs.size(), 200)));
-    state.counters["plain evaluations/pass"] = plainEvaluations(some);
+    state.counters["evaluations/pass"] = actual.perPass();
+    state.counters["full looks/pass"] =
+        static_cast<double>(actual.looks) / static_cast<double>(actual.passes);
+    state.counters["plain evaluations/pass"] = evaluations(some, true).perPass();
 }
 
 void passesOfOneLowOrbit(benchmark::State& state) {

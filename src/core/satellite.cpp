@@ -95,6 +95,9 @@ PassPredictor::ObserveFn observeFunction(const Satellite& satellite, double obsL
 
 PassPredictor makePassPredictor(const Satellite& satellite, double obsLat, double obsLon,
                                 double obsAltMeters) {
+    if (satellite.bodyKind == BodyKind::sgp4) {
+        return PassPredictor(satellite.satrec, obsLat, obsLon, obsAltMeters);
+    }
     return PassPredictor(observeFunction(satellite, obsLat, obsLon, obsAltMeters), obsLat, obsLon,
                          obsAltMeters);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <optional>
 
@@ -40,16 +41,51 @@ double gstime(double jdut1);
 /// Earth-fixed position of a geodetic point, km.
 Vec3 observerECEF(double latDeg, double lonDeg, double altKm);
 
-/// Angles in degrees, height in km, `gmst` in radians, TEME position km and velocity km/s. The
-/// elevation of a body right at the zenith may be NaN: rounding can push its sine past 1.
+/// A place on the Earth with all that does not change with time. Degrees and km.
+class GroundObserver {
+  public:
+    GroundObserver(double latDeg, double lonDeg, double altKm);
+
+    /// `gmst` in radians, TEME position km and velocity km/s. The elevation of a body right at the
+    /// zenith may be NaN: rounding can push its sine past 1.
+    TopocentricResult look(const Vec3& satPos, const Vec3& satVel, double gmst) const;
+
+    /// A part of the above, to the last bit, and how far up the body stands from the Earth's
+    /// centre, km along the observer's vertical.
+    struct Height {
+        double elevation = 0;
+        double range = 0;
+        double up = 0;
+    };
+    Height height(const Vec3& satPos, double gmst) const;
+    /// In the inertial frame, km; with 0 in the frame that turns with the Earth.
+    Vec3 positionAt(double gmst) const;
+
+    /// Of the observer from the Earth's centre, km: along the vertical, and across it.
+    double upKm() const { return horizontal_ * cosLat_ + z_ * sinLat_; }
+    double acrossKm() const { return std::abs(horizontal_ * sinLat_ - z_ * cosLat_); }
+
+  private:
+    struct Turned;
+    Turned turnedBy(double gmst) const;
+
+    double lonRad_;
+    double sinLat_, cosLat_;
+    double horizontal_, z_;  // distance from the axis and height above the equator, km
+};
+
+/// See GroundObserver::look.
 TopocentricResult temeToTopocentric(const Vec3& satPos, const Vec3& satVel, double obsLat,
                                     double obsLon, double obsAlt, double gmst);
 
 /// NaN for a moment beyond the calendar.
 double minutesSinceEpoch(const SatRec& satrec, Instant date);
+double minutesSinceEpoch(const SatRec& satrec, const JulianDate& date);
 
 /// The whole chain: propagate, then turn to the observer. Absent where the propagation fails, and
 /// where time, observer or elements are such nonsense that the range is not a finite number.
+std::optional<TopocentricResult> lookAngles(const SatRec& satrec, Instant date,
+                                            const GroundObserver& observer);
 std::optional<TopocentricResult> lookAngles(const SatRec& satrec, Instant date, double obsLat,
                                             double obsLon, double obsAltKm);
 

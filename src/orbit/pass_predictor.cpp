@@ -28,44 +28,93 @@ Instant middle(Instant lo, Instant hi) {
 
 }  // namespace
 
+/// One run of the search over one span.
+class PassPredictor::Search {
+  public:
+    Search(const SkyFunctions& sky, Instant start, Instant end)
+        : sky_(sky), start_(start), end_(end) {
+        // Before the start, too: a body that is up there rises up to a step earlier.
+        if (sky.heightsBetween) height_ = sky.heightsBetween(start - 60.0, end);
+    }
+
+    PassList passes(double minElevation) const;
+
+  private:
+    /// A pass that has begun: the sample with the highest elevation so far is where the search for
+    /// its end starts.
+    struct OpenPass {
+        Instant riseTime;
+        double riseAzimuth = 0;
+        Instant highestTime;
+        double highestElevation = 0;
+    };
+    struct Peak {
+        Instant time;
+        double elevation = 0;
+        double azimuth = 0;
+    };
+
+    SkyFunctions::Height height(Instant at) const;
+    double elevation(Instant at) const { return height(at).elevation; }
+    double azimuthOrZero(Instant at) const;
+    OpenPass openPass(Instant firstAbove, double firstElevation, double step) const;
+    /// Absent if the pass is too short to count.
+    std::optional<PredictedPass> closePass(const OpenPass& pass, Instant setTime) const;
+    Instant refineRise(Instant before, double step) const;
+    Instant refineSet(Instant after, Instant before) const;
+    Peak refinePeak(Instant lo, Instant hi) const;
+    std::vector<PassPoint> generateTrackPoints(Instant rise, Instant set) const;
+
+    const SkyFunctions& sky_;
+    std::function<SkyFunctions::Height(Instant)> height_;
+    Instant start_;
+    Instant end_;
+};
+
+PassPredictor::PassPredictor(SkyFunctions sky, double obsLat, double obsLon, double obsAltMeters)
+    : sky_(std::move(sky)), obsLat_(obsLat), obsLon_(obsLon), obsAltKm_(obsAltMeters / 1000.0) {}
+
 PassPredictor::PassPredictor(ObserveFn observeFn, double obsLat, double obsLon, double obsAltMeters)
-    : observeFn_(std::move(observeFn)),
-      obsLat_(obsLat),
-      obsLon_(obsLon),
-      obsAltKm_(obsAltMeters / 1000.0) {}
+    : PassPredictor(SkyFunctions{std::move(observeFn)}, obsLat, obsLon, obsAltMeters) {}
 
 PassPredictor::PassPredictor(std::shared_ptr<const SatRec> satrec, double obsLat, double obsLon,
                              double obsAltMeters)
-    : PassPredictor(
-          [satrec = std::move(satrec), obsLat, obsLon,
-           obsAltKm = obsAltMeters / 1000.0](Instant at) -> std::optional<TopocentricResult> {
-              if (!satrec) return std::nullopt;
-              return lookAngles(*satrec, at, obsLat, obsLon, obsAltKm);
-          },
-          obsLat, obsLon, obsAltMeters) {}
-
-double PassPredictor::elevation(Instant at) const {
-    const auto look = observe(at);
-    return look ? look->elevation : -90.0;
-}
-
-double PassPredictor::azimuthOrZero(Instant at) const {
-    const auto look = observe(at);
-    return look ? look->azimuth : 0.0;
-}
+    : PassPredictor(satelliteSky(std::move(satrec), obsLat, obsLon, obsAltMeters), obsLat, obsLon,
+                    obsAltMeters) {}
 
 PassList PassPredictor::findPasses(Instant start, double hoursAhead, double minElevation,
                                    double /*stepSeconds*/) const {
     const Instant end = start + std::min(hoursAhead, maxSearchHours) * 3600.0;
-    PassList passes;
+    return Search(sky_, start, end).passes(minElevation);
+}
+
+SkyFunctions::Height PassPredictor::Search::height(Instant at) const {
+    if (height_) return height_(at);
+    const auto look = sky_.observe(at);
+    return {look ? look->elevation : -90.0, at};
+}
+
+double PassPredictor::Search::azimuthOrZero(Instant at) const {
+    const auto look = sky_.observe(at);
+    return look ? look->azimuth : 0.0;
+}
+
+PassList PassPredictor::Search::passes(double minElevation) const {
+    PassList found;
     std::optional<OpenPass> open;
     const auto isHighEnough = [&] { return open->highestElevation >= minElevation; };
     const auto close = [&](Instant setTime) {
-        if (auto pass = closePass(*open, setTime)) passes.push_back(*std::move(pass));
+        if (auto pass = closePass(*open, setTime)) found.push_back(*std::move(pass));
     };
 
-    for (Instant t = start; t < end;) {
-        const double el = elevation(t);
+    Instant farBelowUntil = start_;
+    for (Instant t = start_; t < end_;) {
+        double el = -90.0;
+        if (open || t >= farBelowUntil) {
+            const SkyFunctions::Height sample = height(t);
+            el = sample.elevation;
+            farBelowUntil = sample.farBelowUntil;
+        }
         const double step = searchStep(open.has_value(), el);
         if (open) {
             if (el > open->highestElevation) {
@@ -83,12 +132,13 @@ PassList PassPredictor::findPasses(Instant start, double hoursAhead, double minE
         if (next <= t) break;  // so far from the reference date that a step is lost in rounding
         t = next;
     }
-    if (open && isHighEnough()) close(end);
-    return passes;
+    if (open && isHighEnough()) close(end_);
+    return found;
 }
 
-PassPredictor::OpenPass PassPredictor::openPass(Instant firstAbove, double firstElevation,
-                                                double step) const {
+PassPredictor::Search::OpenPass PassPredictor::Search::openPass(Instant firstAbove,
+                                                                double firstElevation,
+                                                                double step) const {
     OpenPass pass;
     pass.riseTime = refineRise(firstAbove, step);
     pass.riseAzimuth = azimuthOrZero(pass.riseTime);
@@ -97,7 +147,8 @@ PassPredictor::OpenPass PassPredictor::openPass(Instant firstAbove, double first
     return pass;
 }
 
-std::optional<PredictedPass> PassPredictor::closePass(const OpenPass& pass, Instant setTime) const {
+std::optional<PredictedPass> PassPredictor::Search::closePass(const OpenPass& pass,
+                                                              Instant setTime) const {
     const double duration = setTime - pass.riseTime;
     if (duration < shortestPassSeconds) return std::nullopt;
     const Peak peak = refinePeak(pass.riseTime, setTime);
@@ -117,7 +168,7 @@ std::optional<PredictedPass> PassPredictor::closePass(const OpenPass& pass, Inst
 
 /// Bisection of the step that ended above the horizon. A body that was up before it, as at the
 /// start of a search, rises where the step began.
-Instant PassPredictor::refineRise(Instant before, double step) const {
+Instant PassPredictor::Search::refineRise(Instant before, double step) const {
     Instant lo = before - step;
     Instant hi = before;
     for (int i = 0; i < bisections; ++i) {
@@ -129,7 +180,7 @@ Instant PassPredictor::refineRise(Instant before, double step) const {
 
 /// The first sample well below the horizon may lie long after the crossing, with the highest point
 /// in between: a scan backwards narrows the bracket to the last crossing, then bisection.
-Instant PassPredictor::refineSet(Instant after, Instant before) const {
+Instant PassPredictor::Search::refineSet(Instant after, Instant before) const {
     constexpr int scanParts = 20;
     Instant lo = after;
     Instant hi = before;
@@ -150,7 +201,7 @@ Instant PassPredictor::refineSet(Instant after, Instant before) const {
 }
 
 /// Golden-section search for the highest elevation, to 0.1 s.
-PassPredictor::Peak PassPredictor::refinePeak(Instant lo, Instant hi) const {
+PassPredictor::Search::Peak PassPredictor::Search::refinePeak(Instant lo, Instant hi) const {
     for (int i = 0; i < 30; ++i) {
         const double span = hi - lo;
         if (span < 0.1) break;
@@ -163,18 +214,18 @@ PassPredictor::Peak PassPredictor::refinePeak(Instant lo, Instant hi) const {
         }
     }
     const Instant time = middle(lo, hi);
-    const auto look = observe(time);
+    const auto look = sky_.observe(time);
     return {time, look ? look->elevation : 0.0, look ? look->azimuth : 0.0};
 }
 
-std::vector<PassPoint> PassPredictor::generateTrackPoints(Instant rise, Instant set) const {
+std::vector<PassPoint> PassPredictor::Search::generateTrackPoints(Instant rise, Instant set) const {
     const double duration = set - rise;
     const int n = static_cast<int>(std::clamp(std::trunc(duration / 10.0), 20.0, 200.0));
     std::vector<PassPoint> points;
     points.reserve(static_cast<std::size_t>(n) + 1);
     for (int i = 0; i <= n; ++i) {
         const Instant date = rise + duration * i / n;
-        const auto look = observe(date);
+        const auto look = sky_.observe(date);
         if (!look) continue;
         points.push_back({date, look->azimuth, look->elevation, look->range, look->rangeRate});
     }

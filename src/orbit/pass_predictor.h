@@ -37,6 +37,25 @@ struct PredictedPass {
 
 using PassList = std::vector<PredictedPass>;
 
+/// One body over one observer, as functions of time that any thread may call. A search needs
+/// `observe` alone; the others spare it work, and change nothing of what it finds.
+struct SkyFunctions {
+    /// The elevation, where that is enough, and until when the body is surely lower than -10
+    /// degrees or absent; the moment itself where nothing is sure.
+    struct Height {
+        double elevation = 0;  ///< degrees, to the last bit as `observe` has it; -90 where absent
+        Instant farBelowUntil;
+    };
+
+    std::function<std::optional<TopocentricResult>(Instant)> observe;
+    /// For moments from `from` to `to`. May be empty.
+    std::function<std::function<Height(Instant)>(Instant from, Instant to)> heightsBetween{};
+};
+
+/// Latitude and longitude in degrees, height in metres. A null record is absent at every time.
+SkyFunctions satelliteSky(std::shared_ptr<const SatRec> satrec, double obsLat, double obsLon,
+                          double obsAltMeters);
+
 /// Finds the passes of one body over one observer: a horizon-crossing search over an opaque
 /// function from time to look angles. Holds no results; findPasses may run on any thread as long as
 /// the function may.
@@ -46,6 +65,7 @@ class PassPredictor {
 
     /// Latitude and longitude in degrees, height in metres. A null record is absent at every time.
     PassPredictor(ObserveFn observeFn, double obsLat, double obsLon, double obsAltMeters);
+    PassPredictor(SkyFunctions sky, double obsLat, double obsLon, double obsAltMeters);
     PassPredictor(std::shared_ptr<const SatRec> satrec, double obsLat, double obsLon,
                   double obsAltMeters);
 
@@ -53,7 +73,7 @@ class PassPredictor {
     double obsLon() const { return obsLon_; }
     double obsAltKm() const { return obsAltKm_; }
 
-    std::optional<TopocentricResult> observe(Instant at) const { return observeFn_(at); }
+    std::optional<TopocentricResult> observe(Instant at) const { return sky_.observe(at); }
 
     /// Passes in time order. `minElevation` (degrees) is tested against the highest sample of the
     /// search, not against the refined peak. `stepSeconds` is accepted and ignored: the step
@@ -65,31 +85,9 @@ class PassPredictor {
     static constexpr double maxSearchHours = 24.0 * 3653.0;  ///< ten years
 
   private:
-    /// A pass that has begun: the sample with the highest elevation so far is where the search for
-    /// its end starts.
-    struct OpenPass {
-        Instant riseTime;
-        double riseAzimuth = 0;
-        Instant highestTime;
-        double highestElevation = 0;
-    };
-    struct Peak {
-        Instant time;
-        double elevation = 0;
-        double azimuth = 0;
-    };
+    class Search;
 
-    double elevation(Instant at) const;  // -90 where absent
-    double azimuthOrZero(Instant at) const;
-    OpenPass openPass(Instant firstAbove, double firstElevation, double step) const;
-    /// Absent if the pass is too short to count.
-    std::optional<PredictedPass> closePass(const OpenPass& pass, Instant setTime) const;
-    Instant refineRise(Instant before, double step) const;
-    Instant refineSet(Instant after, Instant before) const;
-    Peak refinePeak(Instant lo, Instant hi) const;
-    std::vector<PassPoint> generateTrackPoints(Instant rise, Instant set) const;
-
-    ObserveFn observeFn_;
+    SkyFunctions sky_;
     double obsLat_;
     double obsLon_;
     double obsAltKm_;

@@ -22,6 +22,10 @@ struct SatRec {
 
     double no_unkozai = 0;
 
+    // Beside the published fields: what every propagation needs of the epoch orbit.
+    double sinio = 0, cosio = 0;  // of the inclination
+    double ao = 0;                // semi-major axis, Earth radii
+
     std::int64_t isimp = 0;  // 1: simplified drag
     char method = 'n';       // 'd': period of 225 minutes or more
 

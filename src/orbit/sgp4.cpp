@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "orbit/angles.h"
 #include "orbit/constants.h"
 #include "orbit/look_angles.h"
 
@@ -73,6 +74,9 @@ EpochOrbit recoverMeanMotion(SatRec& s) {
     const double po = o.ao * o.omeosq;
     o.con42 = 1.0 - 5.0 * o.cosio2;
     o.posq = po * po;
+    s.sinio = o.sinio;
+    s.cosio = o.cosio;
+    s.ao = o.ao;
     return o;
 }
 
@@ -213,7 +217,7 @@ SineCosine solveKepler(double u, double axnl, double aynl) {
         const double coseo1 = std::cos(eo1);
         const double f = u - eo1 + axnl * sineo1 - aynl * coseo1;
         const double d = 1.0 - axnl * coseo1 - aynl * sineo1;
-        if (std::abs(f) < 1.0e-12) break;
+        if (std::abs(f) < 1.0e-12) return {sineo1, coseo1};
         eo1 += f / d;
     }
     return {std::sin(eo1), std::cos(eo1)};
@@ -225,6 +229,10 @@ struct OsculatingOrbit {
     double mrt, mvt, rvdot, su, xnode, xinc;
 };
 
+/// What a caller wants to know; the velocity takes a quarter of the time.
+enum class Wanted { state, position };
+
+template <Wanted wanted>
 SGP4Result stateOf(const OsculatingOrbit& o) {
     const double sinsu = std::sin(o.su);
     const double cossu = std::cos(o.su);
@@ -235,10 +243,16 @@ SGP4Result stateOf(const OsculatingOrbit& o) {
     const double xmx = -snod * cosi;
     const double xmy = cnod * cosi;
     const Vec3 u{xmx * sinsu + cnod * cossu, xmy * sinsu + snod * cossu, sini * sinsu};
-    const Vec3 v{xmx * cossu - cnod * sinsu, xmy * cossu - snod * sinsu, sini * cossu};
-    return {{o.mrt * u.x * radiusEarthKm, o.mrt * u.y * radiusEarthKm, o.mrt * u.z * radiusEarthKm},
-            {(o.mvt * u.x + o.rvdot * v.x) * vkmpersec, (o.mvt * u.y + o.rvdot * v.y) * vkmpersec,
-             (o.mvt * u.z + o.rvdot * v.z) * vkmpersec}};
+    SGP4Result state;
+    state.position = {o.mrt * u.x * radiusEarthKm, o.mrt * u.y * radiusEarthKm,
+                      o.mrt * u.z * radiusEarthKm};
+    if constexpr (wanted == Wanted::state) {
+        const Vec3 v{xmx * cossu - cnod * sinsu, xmy * cossu - snod * sinsu, sini * cossu};
+        state.velocity = {(o.mvt * u.x + o.rvdot * v.x) * vkmpersec,
+                          (o.mvt * u.y + o.rvdot * v.y) * vkmpersec,
+                          (o.mvt * u.z + o.rvdot * v.z) * vkmpersec};
+    }
+    return state;
 }
 
 bool isFinite(const Vec3& v) {
@@ -249,17 +263,24 @@ Propagation failure(Sgp4Error error) {
     return {error, {}};
 }
 
+/// Whether an orbit is so far from what overflows that its velocity is finite if its position is.
+bool isModerate(double am, double pl, double rl) {
+    return am < 1.0e6 && pl > 1.0e-6 && rl > 1.0e-6;
+}
+
 /// From mean elements with drag applied, angles reduced, to the state.
+template <Wanted wanted>
 Propagation withPeriodics(const SatRec& s, const MeanElements& m, double am) {
-    const double sinip = std::sin(m.inclm);
-    const double cosip = std::cos(m.inclm);
+    const bool isAsAtEpoch = m.inclm == s.inclo;
+    const double sinip = isAsAtEpoch ? s.sinio : std::sin(m.inclm);
+    const double cosip = isAsAtEpoch ? s.cosio : std::cos(m.inclm);
 
     // Long-period periodics.
     const double axnl = m.em * std::cos(m.argpm);
     double temp = 1.0 / (am * (1.0 - m.em * m.em));
     const double aynl = m.em * std::sin(m.argpm) + temp * s.aycof;
     const double xl = m.mm + m.argpm + m.nodem + temp * s.xlcof * axnl;
-    const double u = std::fmod(xl - m.nodem, twoPi);
+    const double u = withoutWholeTurns(xl - m.nodem);
 
     const auto [sineo1, coseo1] = solveKepler(u, axnl, aynl);
 
@@ -270,8 +291,9 @@ Propagation withPeriodics(const SatRec& s, const MeanElements& m, double am) {
     if (!(pl >= 0.0)) return failure(Sgp4Error::semiLatusRectum);
 
     const double rl = am * (1.0 - ecose);
-    const double rdotl = std::sqrt(am) * esine / rl;
-    const double rvdotl = std::sqrt(pl) / rl;
+    if constexpr (wanted == Wanted::position) {
+        if (!isModerate(am, pl, rl)) return withPeriodics<Wanted::state>(s, m, am);
+    }
     const double betal = std::sqrt(1.0 - el2);
     temp = esine / (1.0 + betal);
     const double sinu = am / rl * (sineo1 - aynl - axnl * temp);
@@ -289,11 +311,16 @@ Propagation withPeriodics(const SatRec& s, const MeanElements& m, double am) {
     o.su = su - 0.25 * temp2 * s.x7thm1 * sin2u;
     o.xnode = m.nodem + 1.5 * temp2 * cosip * sin2u;
     o.xinc = m.inclm + 1.5 * temp2 * cosip * sinip * cos2u;
-    o.mvt = rdotl - m.nm * temp1 * s.x1mth2 * sin2u / xke;
-    o.rvdot = rvdotl + m.nm * temp1 * (s.x1mth2 * cos2u + 1.5 * s.con41) / xke;
+    if constexpr (wanted == Wanted::state) {
+        const double rdotl = std::sqrt(am) * esine / rl;
+        const double rvdotl = std::sqrt(pl) / rl;
+        const double nm = xke / std::pow(am, 1.5);
+        o.mvt = rdotl - nm * temp1 * s.x1mth2 * sin2u / xke;
+        o.rvdot = rvdotl + nm * temp1 * (s.x1mth2 * cos2u + 1.5 * s.con41) / xke;
+    }
     if (!(o.mrt >= 1.0)) return failure(Sgp4Error::decayed);
 
-    const Propagation result{Sgp4Error::none, stateOf(o)};
+    const Propagation result{Sgp4Error::none, stateOf<wanted>(o)};
     // Only an axis that no double can hold, of a mean motion next to nothing, leads here.
     if (!isFinite(result.state.position) || !isFinite(result.state.velocity)) {
         return failure(Sgp4Error::meanMotion);
@@ -301,25 +328,34 @@ Propagation withPeriodics(const SatRec& s, const MeanElements& m, double am) {
     return result;
 }
 
-}  // namespace
-
 // The tests are written so that a value that is not a number fails them.
-Propagation propagate(const SatRec& satrec, double tsince) {
+template <Wanted wanted>
+Propagation propagated(const SatRec& satrec, double tsince) {
     MeanElements m = secularElements(satrec, tsince);
     if (!(m.nm > 0.0)) return failure(Sgp4Error::meanMotion);
 
-    const double am = std::pow(xke / m.nm, x2o3) * m.tempa * m.tempa;
-    m.nm = xke / std::pow(am, 1.5);
+    const double ao = m.nm == satrec.no_unkozai ? satrec.ao : std::pow(xke / m.nm, x2o3);
+    const double am = ao * m.tempa * m.tempa;
     m.em -= m.tempe;
     if (!(m.em < 1.0 && m.em >= -0.001)) return failure(Sgp4Error::eccentricity);
     if (m.em < 1.0e-6) m.em = 1.0e-6;
 
     m.mm = m.mm + satrec.no_unkozai * m.templ;
-    const double xlm = std::fmod(m.mm + m.argpm + m.nodem, twoPi);
-    m.nodem = std::fmod(m.nodem, twoPi);
-    m.argpm = std::fmod(m.argpm, twoPi);
-    m.mm = std::fmod(xlm - m.argpm - m.nodem, twoPi);
-    return withPeriodics(satrec, m, am);
+    const double xlm = withoutWholeTurns(m.mm + m.argpm + m.nodem);
+    m.nodem = withoutWholeTurns(m.nodem);
+    m.argpm = withoutWholeTurns(m.argpm);
+    m.mm = withoutWholeTurns(xlm - m.argpm - m.nodem);
+    return withPeriodics<wanted>(satrec, m, am);
+}
+
+}  // namespace
+
+Propagation propagate(const SatRec& satrec, double tsince) {
+    return propagated<Wanted::state>(satrec, tsince);
+}
+
+Propagation propagatePosition(const SatRec& satrec, double tsince) {
+    return propagated<Wanted::position>(satrec, tsince);
 }
 
 std::optional<SGP4Result> sgp4(SatRec& satrec, double tsince) {

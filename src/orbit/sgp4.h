@@ -31,6 +31,8 @@ struct Propagation {
 /// The kernel: reads the record, writes nothing, allocates nothing; any number of threads may call
 /// it on one record. `tsince` in minutes from the epoch, negative allowed.
 Propagation propagate(const SatRec& satrec, double tsince);
+/// The same error and the same position to the last bit, sooner; the velocity is not computed.
+Propagation propagatePosition(const SatRec& satrec, double tsince);
 
 /// The same for one thread, keeping the published routine's habit of storing `t` and `error`.
 std::optional<SGP4Result> sgp4(SatRec& satrec, double tsince);
