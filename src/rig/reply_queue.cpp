@@ -15,17 +15,18 @@ constexpr std::int64_t kConnectionGone = -1;
 }  // namespace
 
 void ReplyQueue::expect(ReplyCompletion completion) {
-    pending_.push_back({{}, std::move(completion)});
+    pending_.push_back(std::move(completion));
 }
 
 std::optional<ReplyQueue::Answer> ReplyQueue::dispatch(std::string line) {
     if (pending_.empty()) return std::nullopt;
     if (!line.starts_with(kReport)) {
-        pending_.front().lines.push_back(std::move(line));
+        lines_.push_back(std::move(line));
         return std::nullopt;
     }
-    auto [lines, completion] = std::move(pending_.front());
+    auto completion = std::move(pending_.front());
     pending_.pop_front();
+    auto lines = std::exchange(lines_, {});
     // "END" ends nothing: servers send it before the report, and only the report counts.
     std::erase(lines, "END");
     const auto code = parseInt64(std::string_view(line).substr(kReport.size()));
@@ -35,9 +36,10 @@ std::optional<ReplyQueue::Answer> ReplyQueue::dispatch(std::string line) {
 std::vector<ReplyQueue::Answer> ReplyQueue::flush() {
     std::vector<Answer> answers;
     answers.reserve(pending_.size());
-    for (auto& pending : std::exchange(pending_, {})) {
-        answers.push_back({std::move(pending.completion), kConnectionGone, {}});
+    for (auto& completion : std::exchange(pending_, {})) {
+        answers.push_back({std::move(completion), kConnectionGone, {}});
     }
+    lines_.clear();
     return answers;
 }
 

@@ -32,11 +32,9 @@ class ReplyQueue {
     std::size_t size() const { return pending_.size(); }
 
   private:
-    struct PendingResponse {
-        ReplyLines lines;
-        ReplyCompletion completion;
-    };
-    std::deque<PendingResponse> pending_;
+    // Without a limit, so of each only what has to be kept; lines come for the oldest alone.
+    std::deque<ReplyCompletion> pending_;
+    ReplyLines lines_;
 };
 
 }  // namespace veloran
