@@ -26,6 +26,12 @@ std::string classificationField(std::string_view classification) {
     return classification.empty() ? "U" : std::string(characters(classification, 1).front());
 }
 
+/// So have the lines of nearly every satellite: no need to look for what belongs together.
+bool hasOneByteCharacters(std::string_view text) {
+    return std::ranges::all_of(
+        text, [](char c) { return static_cast<unsigned char>(c) < 0x80 && c != '\r'; });
+}
+
 std::string withChecksum(std::string_view line) {
     const std::string columns = padOrTruncate(line, kLineWithoutChecksum);
     return fmt::format("{}{}", columns, checksum(columns));
@@ -135,6 +141,11 @@ std::string formatExponentNotation(double value) {
 }
 
 std::string padOrTruncate(std::string_view text, std::size_t width) {
+    if (hasOneByteCharacters(text)) {
+        std::string result(text.substr(0, width));
+        result.resize(width, ' ');
+        return result;
+    }
     const auto kept = characters(text, width);
     std::string result;
     if (!kept.empty()) result.assign(kept.front().data(), kept.back().data() + kept.back().size());
@@ -144,6 +155,10 @@ std::string padOrTruncate(std::string_view text, std::size_t width) {
 
 int checksum(std::string_view text) {
     int sum = 0;
+    if (hasOneByteCharacters(text)) {
+        for (const char c : text) sum += c == '-' ? 1 : c >= '0' && c <= '9' ? c - '0' : 0;
+        return sum % 10;
+    }
     for (const auto character : characters(text)) {
         if (character == "-") sum += 1;
         if (character.size() == 1 && character[0] >= '0' && character[0] <= '9') {
