@@ -84,9 +84,34 @@ struct Writer {
     }
 };
 
+/// A number that was too large for a double reads as infinity, and has to do so again: JSON has no
+/// word for it, and one that is none would make the whole file unreadable.
+std::string numberText(double number) {
+    if (std::isfinite(number)) return shortestText(number);
+    return number < 0 ? "-1e999" : "1e999";
+}
+
+std::string valueText(const json::value& value);
+
+std::string listText(const json::array& list) {
+    std::string text;
+    for (const auto& element : list) text += (text.empty() ? "" : ",") + valueText(element);
+    return "[" + text + "]";
+}
+
+std::string objectText(const json::object& object) {
+    std::string text;
+    for (const auto& [key, value] : object) {
+        text += (text.empty() ? "" : ",") + json::serialize(key) + ":" + valueText(value);
+    }
+    return "{" + text + "}";
+}
+
 std::string valueText(const json::value& value) {
-    const auto* number = value.if_double();
-    return number && std::isfinite(*number) ? shortestText(*number) : json::serialize(value);
+    if (const auto* number = value.if_double()) return numberText(*number);
+    if (const auto* list = value.if_array()) return listText(*list);
+    if (const auto* object = value.if_object()) return objectText(*object);
+    return json::serialize(value);
 }
 
 }  // namespace

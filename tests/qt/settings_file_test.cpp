@@ -103,6 +103,14 @@ TEST(SettingsFile, NumbersBeyondADoubleReadAsMissing) {
     EXPECT_EQ(read(written({}, R"({"a": 1e999})")), SettingValues{});
 }
 
+TEST(SettingsFile, NumbersBeyondADoubleLeaveTheFileReadableWhenItIsRewritten) {
+    const auto text = written({{"n", 1.0}}, R"({"a":1e400,"b":[-1e400,{"c":1e400}],"d":2.5})");
+    EXPECT_EQ(text,
+              "{\n  \"a\": 1e999,\n  \"b\": [-1e999,{\"c\":1e999}],\n  \"d\": 2.5,\n"
+              "  \"n\": 1.0\n}\n");
+    EXPECT_EQ(read(text), (SettingValues{{"d", 2.5}, {"n", 1.0}}));
+}
+
 TEST(SettingsFile, AValueBeyondTheLimitReadsAsMissingAndTheOthersStay) {
     const std::string large(50'000'000, 'x');
     const auto text =
