@@ -13,6 +13,7 @@
 #include "ui/widgets/divider.h"
 #include "ui/widgets/folding_row.h"
 #include "ui/widgets/selectable_value.h"
+#include "ui/widgets/value_label.h"
 
 namespace veloran {
 
