@@ -4,12 +4,11 @@
 #include <QEvent>
 #include <QObject>
 #include <QPointer>
-#include <QTimer>
 #include <algorithm>
 #include <chrono>
-#include <limits>
 #include <utility>
 
+#include "qt/fine_timer.h"
 #include "qt/handover.h"
 
 namespace veloran {
@@ -42,38 +41,21 @@ Nanoseconds waitOf(double seconds, Nanoseconds least) {
     return std::max(least, std::chrono::duration_cast<Nanoseconds>(wait));
 }
 
-/// Starts `timer` to time out not before `due`, or as late as a QTimer can if that is earlier.
-void startUntil(QTimer& timer, SteadyClock::time_point due) {
-    using std::chrono::milliseconds;
-    const auto wait = std::chrono::ceil<milliseconds>(due - SteadyClock::now()).count();
-    const std::int64_t longest = std::numeric_limits<int>::max();
-    timer.start(static_cast<int>(std::clamp<std::int64_t>(wait, 0, longest)));
-}
-
-QTimer* makeTimer(QObject& parent) {
-    auto* timer = new QTimer(&parent);
-    timer->setTimerType(Qt::PreciseTimer);
-    timer->setSingleShot(true);
-    return timer;
-}
-
 class RepeatingTimer final : public Timer {
   public:
     RepeatingTimer(QObject& parent, Nanoseconds interval, MainLoop::Task task)
-        : timer_(makeTimer(parent)) {
+        : timer_(new FineTimer(&parent)) {
         const auto first = SteadyClock::now() + interval;
         // The connection owns this action and Qt keeps it for the length of a call, so the task
         // may destroy the timer that runs it.
         auto onTimeout = [timer = timer_.data(), interval, due = first,
                           task = std::move(task)]() mutable {
-            const auto now = SteadyClock::now();
-            if (now < due) return startUntil(*timer, due);
-            due += ((now - due) / interval + 1) * interval;
-            startUntil(*timer, due);
+            due += ((SteadyClock::now() - due) / interval + 1) * interval;
+            timer->startUntil(due);
             task();
         };
-        QObject::connect(timer_, &QTimer::timeout, timer_, std::move(onTimeout));
-        startUntil(*timer_, first);
+        QObject::connect(timer_, &FineTimer::timeout, timer_, std::move(onTimeout));
+        timer_->startUntil(first);
     }
 
     ~RepeatingTimer() override {
@@ -84,7 +66,7 @@ class RepeatingTimer final : public Timer {
     }
 
   private:
-    QPointer<QTimer> timer_;
+    QPointer<FineTimer> timer_;
 };
 
 }  // namespace
@@ -116,14 +98,12 @@ void QtMainLoop::post(Task task) {
 }
 
 void QtMainLoop::after(double seconds, Task task) {
-    auto* timer = makeTimer(*receiver_);
-    const auto due = SteadyClock::now() + waitOf(seconds, Nanoseconds::zero());
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, due, task = std::move(task)] {
-        if (SteadyClock::now() < due) return startUntil(*timer, due);
+    auto* timer = new FineTimer(receiver_.get());
+    QObject::connect(timer, &FineTimer::timeout, timer, [timer, task = std::move(task)] {
         timer->deleteLater();
         task();
     });
-    startUntil(*timer, due);
+    timer->startUntil(SteadyClock::now() + waitOf(seconds, Nanoseconds::zero()));
 }
 
 std::unique_ptr<Timer> QtMainLoop::every(double seconds, Task task) {

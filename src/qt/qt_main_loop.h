@@ -15,8 +15,8 @@ class QtMainLoop final : public MainLoop {
 
     void post(Task task) override;
     void after(double seconds, Task task) override;
-    /// Counts by the steady clock and keeps to the grid of the start: rounding to the milliseconds
-    /// of Qt's timers does not add up. Intervals below a millisecond are taken as one.
+    /// Counts by the steady clock and keeps to the grid of the start, whatever a firing was late.
+    /// Intervals below a millisecond are taken as one.
     [[nodiscard]] std::unique_ptr<Timer> every(double seconds, Task task) override;
 
   private:

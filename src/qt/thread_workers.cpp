@@ -7,10 +7,12 @@
 #include <utility>
 
 #include "qt/handover.h"
+#include "qt/thread_priority.h"
 
 namespace veloran {
 
 struct ThreadWorkers::Pool {
+    int niceness = lowerNiceness();  // than that of the thread that makes the pool
     Handover results;
     QThreadPool threads;
 };
@@ -19,12 +21,14 @@ namespace {
 
 class Work final : public QRunnable {
   public:
-    Work(MainLoop::Task task, Handover& results) : task_(std::move(task)), results_(results) {
+    Work(MainLoop::Task task, int niceness, Handover& results)
+        : task_(std::move(task)), niceness_(niceness), results_(results) {
         begin_.give();
     }
 
     void run() override {
         begin_.take();
+        setNiceness(niceness_);  // each time: the pool replaces its threads at will
         task_();
         task_ = nullptr;  // what it holds goes before the end of the pool counts it as done
         results_.give();
@@ -33,6 +37,7 @@ class Work final : public QRunnable {
   private:
     Handover begin_;
     MainLoop::Task task_;
+    int niceness_;
     Handover& results_;
 };
 
@@ -51,7 +56,7 @@ ThreadWorkers::~ThreadWorkers() {
 }
 
 void ThreadWorkers::run(MainLoop::Task task, Priority priority) {
-    auto work = std::make_unique<Work>(std::move(task), pool_->results);
+    auto work = std::make_unique<Work>(std::move(task), pool_->niceness, pool_->results);
     pool_->threads.start(work.release(), static_cast<int>(priority));
 }
 

@@ -7,7 +7,8 @@
 namespace veloran {
 
 /// A pool of threads of its own. Its end waits for the tasks that run and drops those that have
-/// not begun.
+/// not begun. On Linux its threads give way to the others of the program, so that a long
+/// computation does not make a timer late.
 class ThreadWorkers final : public WorkerPool {
   public:
     ThreadWorkers();                      ///< as many threads as the machine has processors

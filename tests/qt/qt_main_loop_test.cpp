@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <thread>
 #include <vector>
@@ -169,6 +170,29 @@ TEST(QtMainLoop, ATimerFiresWhileItsActionRunsALoopOfItsOwn) {
         if (++fired == 1) spinUntil([&] { return fired >= 3; });
     });
     EXPECT_TRUE(spinUntil([&] { return fired >= 3; }));
+}
+
+TEST(QtMainLoop, ATimerFiresBetweenTasksThatPostOneAnother) {
+    QtMainLoop loop;
+    int fired = 0;
+    bool isDone = false;
+    const std::function<void()> postAnother = [&] {
+        if (!isDone) loop.post(postAnother);
+    };
+    postAnother();
+    const auto timer = loop.every(0.001, [&] { ++fired; });
+    EXPECT_TRUE(spinUntil([&] { return fired >= 5; }));
+    isDone = true;
+}
+
+TEST(QtMainLoop, ATimerMayOutliveItsLoop) {
+    auto loop = std::make_unique<QtMainLoop>();
+    int fired = 0;
+    auto timer = loop->every(0.001, [&] { ++fired; });
+    loop.reset();
+    timer.reset();
+    test::spinFor(10);
+    EXPECT_EQ(fired, 0);
 }
 
 TEST(QtMainLoop, OddIntervalsNeitherStallNorStorm) {

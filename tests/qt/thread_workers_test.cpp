@@ -1,7 +1,9 @@
 #include "qt/thread_workers.h"
 
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 
+#include <algorithm>
 #include <atomic>
 #include <numeric>
 #include <set>
@@ -47,6 +49,23 @@ TEST(ThreadWorkers, OneThreadKeepsTheOrder) {
     ASSERT_TRUE(spinUntil([&] { return ran.size() == 100; }));
     EXPECT_TRUE(std::ranges::is_sorted(ran));
 }
+
+#ifdef __linux__
+TEST(ThreadWorkers, WorkersGiveWayAndTheMainThreadDoesNot) {
+    constexpr int kHighest = 19;
+    const auto niceness = [] { return getpriority(PRIO_PROCESS, 0); };  // of the calling thread
+    QtMainLoop loop;
+    const int before = niceness();
+    ThreadWorkers workers(2);
+    std::vector<int> ofWorkers;
+    for (int i = 0; i < 20; ++i) {
+        workers.run([&] { loop.post([&, own = niceness()] { ofWorkers.push_back(own); }); });
+    }
+    ASSERT_TRUE(spinUntil([&] { return ofWorkers.size() == 20; }));
+    EXPECT_THAT(ofWorkers, ::testing::Each(std::min(before + 10, kHighest)));
+    EXPECT_EQ(niceness(), before);
+}
+#endif
 
 TEST(ThreadWorkers, TheEndWaitsForWhatRunsAndDropsWhatHasNotBegun) {
     std::atomic<bool> begun = false;
