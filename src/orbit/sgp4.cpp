@@ -180,14 +180,15 @@ MeanElements secularElements(const SatRec& s, double t) {
     m.templ = s.t2cof * t2;
     if (s.isimp != 1) {
         const double delomg = s.omgcof * t;
-        const double delm = s.xmcof * (cubed(1.0 + s.eta * std::cos(xmdf)) - s.delmo);
+        const SineCosine anomaly = sineCosine(xmdf);
+        const double delm = s.xmcof * (cubed(1.0 + s.eta * anomaly.cosine) - s.delmo);
         const double temp = delomg + delm;
         m.mm = xmdf + temp;
         m.argpm = argpdf - temp;
         const double t3 = t2 * t;
         const double t4 = t3 * t;
         m.tempa = m.tempa - s.d2 * t2 - s.d3 * t3 - s.d4 * t4;
-        m.tempe = m.tempe + s.bstar * s.cc5 * (std::sin(m.mm) - s.sinmao);
+        m.tempe = m.tempe + s.bstar * s.cc5 * (anomaly.turnedBy(temp).sine - s.sinmao);
         m.templ = m.templ + s.t3cof * t3 + t4 * (s.t4cof + t * s.t5cof);
     }
     m.nm = s.no_unkozai;
@@ -204,29 +205,27 @@ MeanElements secularElements(const SatRec& s, double t) {
     return m;
 }
 
-struct SineCosine {
-    double sine, cosine;
-};
-
 /// Kepler's equation in the equinoctial form, u = E + aynl cos E - axnl sin E. Here: at most ten
 /// steps of any size, and the test is on the residual before the step.
 SineCosine solveKepler(double u, double axnl, double aynl) {
     double eo1 = u;
+    SineCosine eccentric = sineCosine(eo1);
     for (int step = 0; step < 10; ++step) {
-        const double sineo1 = std::sin(eo1);
-        const double coseo1 = std::cos(eo1);
-        const double f = u - eo1 + axnl * sineo1 - aynl * coseo1;
-        const double d = 1.0 - axnl * coseo1 - aynl * sineo1;
-        if (std::abs(f) < 1.0e-12) return {sineo1, coseo1};
-        eo1 += f / d;
+        const double f = u - eo1 + axnl * eccentric.sine - aynl * eccentric.cosine;
+        const double d = 1.0 - axnl * eccentric.cosine - aynl * eccentric.sine;
+        if (std::abs(f) < 1.0e-12) break;
+        const double correction = f / d;
+        eo1 += correction;
+        eccentric = isSmall(correction) ? eccentric.turnedBy(correction) : sineCosine(eo1);
     }
-    return {std::sin(eo1), std::cos(eo1)};
+    return eccentric;
 }
 
 /// The orbit with short-period periodics: radius and rates in Earth radii, su, xnode and xinc the
 /// argument of latitude, node and inclination.
 struct OsculatingOrbit {
-    double mrt, mvt, rvdot, su, xnode, xinc;
+    double mrt, mvt, rvdot;
+    SineCosine su, xnode, xinc;
 };
 
 /// What a caller wants to know; the velocity takes a quarter of the time.
@@ -234,12 +233,9 @@ enum class Wanted { state, position };
 
 template <Wanted wanted>
 SGP4Result stateOf(const OsculatingOrbit& o) {
-    const double sinsu = std::sin(o.su);
-    const double cossu = std::cos(o.su);
-    const double snod = std::sin(o.xnode);
-    const double cnod = std::cos(o.xnode);
-    const double sini = std::sin(o.xinc);
-    const double cosi = std::cos(o.xinc);
+    const auto [sinsu, cossu] = o.su;
+    const auto [snod, cnod] = o.xnode;
+    const auto [sini, cosi] = o.xinc;
     const double xmx = -snod * cosi;
     const double xmy = cnod * cosi;
     const Vec3 u{xmx * sinsu + cnod * cossu, xmy * sinsu + snod * cossu, sini * sinsu};
@@ -271,14 +267,15 @@ bool isModerate(double am, double pl, double rl) {
 /// From mean elements with drag applied, angles reduced, to the state.
 template <Wanted wanted>
 Propagation withPeriodics(const SatRec& s, const MeanElements& m, double am) {
-    const bool isAsAtEpoch = m.inclm == s.inclo;
-    const double sinip = isAsAtEpoch ? s.sinio : std::sin(m.inclm);
-    const double cosip = isAsAtEpoch ? s.cosio : std::cos(m.inclm);
+    const SineCosine inclination =
+        m.inclm == s.inclo ? SineCosine{s.sinio, s.cosio} : sineCosine(m.inclm);
+    const auto [sinip, cosip] = inclination;
+    const SineCosine perigee = sineCosine(m.argpm);
 
     // Long-period periodics.
-    const double axnl = m.em * std::cos(m.argpm);
+    const double axnl = m.em * perigee.cosine;
     double temp = 1.0 / (am * (1.0 - m.em * m.em));
-    const double aynl = m.em * std::sin(m.argpm) + temp * s.aycof;
+    const double aynl = m.em * perigee.sine + temp * s.aycof;
     const double xl = m.mm + m.argpm + m.nodem + temp * s.xlcof * axnl;
     const double u = withoutWholeTurns(xl - m.nodem);
 
@@ -298,7 +295,6 @@ Propagation withPeriodics(const SatRec& s, const MeanElements& m, double am) {
     temp = esine / (1.0 + betal);
     const double sinu = am / rl * (sineo1 - aynl - axnl * temp);
     const double cosu = am / rl * (coseo1 - axnl + aynl * temp);
-    const double su = std::atan2(sinu, cosu);
     const double sin2u = (cosu + cosu) * sinu;
     const double cos2u = 1.0 - 2.0 * sinu * sinu;
 
@@ -308,13 +304,14 @@ Propagation withPeriodics(const SatRec& s, const MeanElements& m, double am) {
     const double temp2 = temp1 * temp;
     OsculatingOrbit o{};
     o.mrt = rl * (1.0 - 1.5 * temp2 * betal * s.con41) + 0.5 * temp1 * s.x1mth2 * cos2u;
-    o.su = su - 0.25 * temp2 * s.x7thm1 * sin2u;
-    o.xnode = m.nodem + 1.5 * temp2 * cosip * sin2u;
-    o.xinc = m.inclm + 1.5 * temp2 * cosip * sinip * cos2u;
+    o.su = SineCosine{sinu, cosu}.turnedBy(-0.25 * temp2 * s.x7thm1 * sin2u);
+    o.xnode = sineCosine(m.nodem).turnedBy(1.5 * temp2 * cosip * sin2u);
+    o.xinc = inclination.turnedBy(1.5 * temp2 * cosip * sinip * cos2u);
     if constexpr (wanted == Wanted::state) {
-        const double rdotl = std::sqrt(am) * esine / rl;
+        const double rootOfAm = std::sqrt(am);
+        const double rdotl = rootOfAm * esine / rl;
         const double rvdotl = std::sqrt(pl) / rl;
-        const double nm = xke / std::pow(am, 1.5);
+        const double nm = xke / (am * rootOfAm);
         o.mvt = rdotl - nm * temp1 * s.x1mth2 * sin2u / xke;
         o.rvdot = rvdotl + nm * temp1 * (s.x1mth2 * cos2u + 1.5 * s.con41) / xke;
     }
