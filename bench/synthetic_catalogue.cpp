@@ -92,8 +92,8 @@ std::vector<SampleSatellite> lowOrbits(std::size_t count) {
     return satellites;
 }
 
-std::string groupText(const std::vector<SampleSatellite>& satellites) {
-    return ommArray(satellites, kGroup, kDay);
+std::string groupText(const std::vector<SampleSatellite>& satellites, Instant day) {
+    return ommArray(satellites, kGroup, day);
 }
 
 std::vector<std::shared_ptr<const SatRec>> records(const std::vector<SampleSatellite>& satellites) {

@@ -27,7 +27,7 @@ std::vector<SampleSatellite> syntheticCatalogue(std::size_t count);
 std::vector<SampleSatellite> lowOrbits(std::size_t count);
 
 /// The catalogue as the element service sends it.
-std::string groupText(const std::vector<SampleSatellite>& satellites);
+std::string groupText(const std::vector<SampleSatellite>& satellites, Instant day = kDay);
 std::vector<std::shared_ptr<const SatRec>> records(const std::vector<SampleSatellite>& satellites);
 
 }  // namespace veloran::bench

@@ -61,8 +61,11 @@ std::optional<PassInfo> passToShow(const AppState& state) {
     return best;
 }
 
-Demo::Demo(std::shared_ptr<AppState> state, DemoShow show)
-    : state_(std::move(state)), show_(show) {}
+Demo::Demo(std::shared_ptr<AppState> state, const DemoOptions& options)
+    : state_(std::move(state)),
+      show_(options.show),
+      satellites_(options.satellites),
+      search_(options.search) {}
 
 void Demo::start(MainLoop& loop) {
     timer_ = loop.every(kLookSeconds, [this] { look(); });
@@ -79,8 +82,12 @@ void Demo::look() {
             if (!allPassesKnown()) return;
             showPass();
             if (show_ >= DemoShow::tracking) markPasses();
-            timer_.reset();
+            step_ = Step::searching;
+            if (!search_) timer_.reset();
             if (onReady) onReady();
+            return;
+        case Step::searching:
+            if (!state_->passProgress->has_value()) state_->computeAllPasses();
             return;
     }
 }
@@ -90,6 +97,11 @@ void Demo::selectMore() {
     for (const auto& satellite : state_->satellites.get()) {
         const auto& sources = satellite->sources;
         if (!sources.contains("weather") && !sources.contains("celestial")) continue;
+        satellite->isSelected = true;
+        ids.insert(satellite->id);
+    }
+    for (const auto& satellite : state_->satellites.get()) {
+        if (ids.size() >= satellites_) break;
         satellite->isSelected = true;
         ids.insert(satellite->id);
     }

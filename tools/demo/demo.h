@@ -13,10 +13,10 @@ namespace veloran {
 /// The hand that works the program in the demo: it waits for the satellites, adds the weather
 /// satellites, the Sun and the Moon to the selection, tracks the pass under way or else the next
 /// one, and marks two passes to come, one of them in place of another that overlaps it; then it
-/// rests. Asked to show less, it stops on the way.
+/// rests, or goes on searching passes. Asked to show less, it stops on the way.
 class Demo {
   public:
-    Demo(std::shared_ptr<AppState> state, DemoShow show);
+    Demo(std::shared_ptr<AppState> state, const DemoOptions& options);
 
     void start(MainLoop& loop);
 
@@ -29,7 +29,7 @@ class Demo {
     std::size_t resolvedConflicts() const { return resolvedConflicts_; }
 
   private:
-    enum class Step { loading, computing };
+    enum class Step { loading, computing, searching };
 
     void look();
     void selectMore();
@@ -39,6 +39,8 @@ class Demo {
 
     std::shared_ptr<AppState> state_;
     DemoShow show_;
+    std::size_t satellites_;
+    bool search_;
     Step step_ = Step::loading;
     std::optional<PassInfo> picked_;
     std::size_t resolvedConflicts_ = 0;

@@ -1,9 +1,10 @@
 #include "demo/demo_figures.h"
 
 #include <fmt/format.h>
-#include <sys/resource.h>
 
 #include <algorithm>
+
+#include "demo/process_figures.h"
 
 namespace veloran {
 namespace {
@@ -22,15 +23,6 @@ std::string spread(std::vector<double> values) {
 }
 
 }  // namespace
-
-double processorSeconds() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    const auto seconds = [](const timeval& t) {
-        return static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_usec) * 1e-6;
-    };
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
 
 DemoFigures::DemoFigures(WatchedApplication& application, WatchedLoop& loop, double rateHz)
     : application_(application), loop_(loop) {
@@ -51,10 +43,20 @@ std::string DemoFigures::report() const {
     const auto tooLong = std::ranges::count_if(application_.eventTimes(), [](double milliseconds) {
         return milliseconds > kFrameMilliseconds;
     });
-    return fmt::format(
-        "{:<12}{:.1f} s, {:.1f} % of a core\n{:<12}{}\n{:<12}{}, {} over {:.0f} ms\n", "measured",
-        span.count(), 100 * used / span.count(), "tick late", spread(loop_.lateness()), "events",
-        spread(application_.eventTimes()), tooLong, kFrameMilliseconds);
+    const auto& painted = application_.firstPaint();
+    std::string text;
+    const auto line = [&text](const char* name, const std::string& value) {
+        text += fmt::format("{:<12}{}\n", name, value);
+    };
+    line("window", painted ? fmt::format("painted {:.0f} ms after the start", 1000 * *painted)
+                           : std::string("never painted"));
+    line("measured",
+         fmt::format("{:.1f} s, {:.1f} % of a core", span.count(), 100 * used / span.count()));
+    line("tick late", spread(loop_.lateness()));
+    line("events", fmt::format("{}, {} over {:.0f} ms", spread(application_.eventTimes()), tooLong,
+                               kFrameMilliseconds));
+    line("memory", memoryText());
+    return text;
 }
 
 }  // namespace veloran

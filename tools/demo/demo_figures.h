@@ -7,8 +7,9 @@
 
 namespace veloran {
 
-/// Figures of the running window: how late the radio's timer fires, how long the main thread is
-/// kept, and the share of a processor core. They count from `begin`.
+/// Figures of the running window: when it first was painted, how late the radio's timer fires, how
+/// long the main thread is kept, the share of a processor core, and the memory in the end. They
+/// count from `begin`, but for the first and the last.
 class DemoFigures {
   public:
     DemoFigures(WatchedApplication& application, WatchedLoop& loop, double rateHz);
@@ -22,8 +23,5 @@ class DemoFigures {
     std::chrono::steady_clock::time_point begun_;
     double processorAtBegin_ = 0;
 };
-
-/// Used by the whole process so far.
-double processorSeconds();
 
 }  // namespace veloran

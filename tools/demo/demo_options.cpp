@@ -71,7 +71,12 @@ DemoOptions readDemoOptions(const QApplication& application) {
          "while a pass is tracked: browser, details, list, import, settings.",
          "WHAT", "tracking"},
         {"map", "Style of the map: standard, imagery or hybrid.", "STYLE", "standard"},
-        {"figures", "Measure ticks, frames and processor from the first tick on."},
+        {"satellites", "Select so many, with made-up ones if need be; 0 to 20000.", "N", "0"},
+        {"search", "Search the passes anew as soon as a search has ended."},
+        {"resize", "Change the size of the window all the time."},
+        {"figures",
+         "Measure ticks, frames and processor from the first tick on, the first window and "
+         "memory."},
     });
     parser.process(application);
 
@@ -84,6 +89,9 @@ DemoOptions readDemoOptions(const QApplication& application) {
     if (parser.isSet("dark") || parser.isSet("light")) options.dark = parser.isSet("dark");
     options.show = show(parser);
     options.mapStyle = mapStyle(parser);
+    options.satellites = static_cast<std::size_t>(number(parser, "satellites", 0, 20000));
+    options.search = parser.isSet("search");
+    options.resize = parser.isSet("resize");
     options.figures = parser.isSet("figures");
     options.rateHz = number(parser, "rate", 1, 50);
     return options;

@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "demo/demo_figures.h"
+#include "demo/process_figures.h"
 #include "elements/element_merge.h"
 
 namespace veloran {

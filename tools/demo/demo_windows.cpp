@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPlainTextEdit>
+#include <QTimer>
 
 #include "ui/theme.h"
 
@@ -76,6 +77,18 @@ void openWindow(DemoShow show, MainWindow& window, AppState& state, const LocalS
             state.showSettings = true;
             return;
     }
+}
+
+void keepResizing(QWidget& window) {
+    constexpr int kFrameMilliseconds = 16;
+    constexpr int kStep = 4;    // pixels
+    constexpr int kSteps = 50;  // in one direction
+    auto* timer = new QTimer(&window);
+    QObject::connect(timer, &QTimer::timeout, &window, [&window, step = 0]() mutable {
+        const int change = step++ % (2 * kSteps) < kSteps ? kStep : -kStep;
+        window.resize(window.width() + change, window.height() + change);
+    });
+    timer->start(kFrameMilliseconds);
 }
 
 QPixmap picture(MainWindow& window, const QString& part) {

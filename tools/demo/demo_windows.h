@@ -14,6 +14,9 @@ namespace veloran {
 /// the selected pass's satellite; the sheet for importing holds the station's text.
 void openWindow(DemoShow show, MainWindow& window, AppState& state, const LocalStation& station);
 
+/// Makes the window larger and smaller for ever, as a hand does that drags its corner.
+void keepResizing(QWidget& window);
+
 /// The browser if it is open, else the main window; over it the dialog that may be open, where it
 /// stands. With a `part` that widget of the main window alone; null when there is none.
 QPixmap picture(MainWindow& window, const QString& part);

@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "demo/sample_services.h"
 #include "elements/tle_manager.h"
+#include "synthetic_catalogue.h"
 #include "transmitters/transmitter.h"
 
 namespace veloran {
@@ -38,11 +39,14 @@ LocalStation::LocalStation(const QString& logFile) : log_(logFile) {
     };
 }
 
-std::string LocalStation::start(Instant day) {
+std::string LocalStation::start(Instant day, std::size_t madeUp) {
     const auto satellites =
         readSampleCatalogue(contentOf(VELORAN_SAMPLE_SATELLITES).value_or("unreadable"));
     if (!satellites) return "data/sample_satellites.csv does not read";
     serveElements(*satellites, day);
+    web_.serve("/NORAD/elements/gp.php?GROUP=active&FORMAT=json",
+               {.headers = {{"Content-Type", "application/json"}},
+                .body = bench::groupText(bench::syntheticCatalogue(madeUp), day)});
     if (!serveChannels()) return "data/sample_transmitters.json does not read";
     if (!log_.fileName().isEmpty() && !log_.open(QIODevice::WriteOnly)) {
         return log_.fileName().toStdString() + " cannot be written";

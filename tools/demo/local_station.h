@@ -17,8 +17,9 @@ class LocalStation {
     /// `logFile` empty: no log.
     explicit LocalStation(const QString& logFile);
 
-    /// Starts both servers with the elements of `day`; a text that says why it could not be done.
-    [[nodiscard]] std::string start(Instant day);
+    /// Starts both servers with the elements of `day`, and so many made-up satellites in the group
+    /// of all active ones; a text that says why it could not be done.
+    [[nodiscard]] std::string start(Instant day, std::size_t madeUp);
 
     const HttpServer& web() const { return web_; }
     const SimulatedRadio& radio() const { return radio_; }

@@ -24,14 +24,15 @@ namespace {
 
 using namespace veloran;
 
-void pointAtStation(AppState& state, const LocalStation& station, double rateHz) {
+void pointAtStation(AppState& state, const LocalStation& station, const DemoOptions& options) {
     const UserTLESource own{UniqueId::make().text(), "Own source", station.ownSourceUrl()};
     state.userSources().add(own);
-    state.subscribedCategories =
-        std::set<std::string>{"amateur", "stations", "weather", own.categoryKey()};
+    std::set<std::string> groups{"amateur", "stations", "weather", own.categoryKey()};
+    if (options.satellites > 0) groups.insert("active");
+    state.subscribedCategories = groups;
     state.rigHost = std::string("127.0.0.1");
     state.rigPort = std::int64_t{station.radio().port()};
-    state.dopplerUpdateHz = rateHz;
+    state.dopplerUpdateHz = options.rateHz;
 }
 
 /// 0, or 1 when there was nothing to show or the picture could not be written.
@@ -57,7 +58,8 @@ int main(int argc, char** argv) {
     const QTemporaryDir home;
     DesktopMachine desktop(home.path().toStdString(), home.filePath("settings.json").toStdString());
     LocalStation station(options.log);
-    if (const auto trouble = station.start(startOfDay(desktop.clock.now())); !trouble.empty()) {
+    if (const auto trouble = station.start(startOfDay(desktop.clock.now()), options.satellites);
+        !trouble.empty()) {
         fmt::print(stderr, "veloran-demo: {}\n", trouble);
         return 1;
     }
@@ -73,15 +75,16 @@ int main(int argc, char** argv) {
     const Machine watched{machine.clock, loop,         machine.workers, machine.settings,
                           machine.files, machine.http, machine.tcp,     machine.location};
     const auto state = AppState::create(watched, config);
-    pointAtStation(*state, station, options.rateHz);
+    pointAtStation(*state, station, options);
 
     MainWindow window(state);
     window.resize(options.size);
     window.show();
     DemoFigures figures(application, loop, options.rateHz);
-    Demo demo(state, options.show);
+    Demo demo(state, options);
     demo.onReady = [&] {
         openWindow(options.show, window, *state, station);
+        if (options.resize) keepResizing(window);
         figures.begin();
     };
     demo.start(desktop.loop);

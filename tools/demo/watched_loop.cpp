@@ -1,5 +1,6 @@
 #include "demo/watched_loop.h"
 
+#include <cmath>
 #include <utility>
 
 namespace veloran {
@@ -10,10 +11,11 @@ std::unique_ptr<Timer> WatchedLoop::every(double seconds, Task task) {
     using Milliseconds = std::chrono::duration<double, std::milli>;
     const auto start = SteadyClock::now();
     const Milliseconds interval(seconds * 1000);
-    return loop_.every(seconds, [start, interval, notes = lateness_, task = std::move(task)] {
+    return loop_.every(seconds, [start, interval, due = interval, notes = lateness_,
+                                 task = std::move(task)]() mutable {
         const Milliseconds passed = SteadyClock::now() - start;
-        const auto wholeIntervals = static_cast<double>(static_cast<long long>(passed / interval));
-        notes->push_back((passed - wholeIntervals * interval).count());
+        notes->push_back((passed - due).count());
+        due = (std::floor(passed / interval) + 1) * interval;
         task();
     });
 }
