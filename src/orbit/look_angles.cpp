@@ -163,6 +163,12 @@ GroundObserver::Height GroundObserver::height(const Vec3& satPos, double gmst) c
     return {std::asin(up / range) * rad2deg, range, up + upKm()};
 }
 
+Vec3 GroundObserver::fromHere(const Vec3& satPos, double gmst) const {
+    const auto [sinTheta, cosTheta, observer] = turnedBy(gmst);
+    return {cosTheta * satPos.x + sinTheta * satPos.y - horizontal_,
+            cosTheta * satPos.y - sinTheta * satPos.x, satPos.z - z_};
+}
+
 TopocentricResult temeToTopocentric(const Vec3& satPos, const Vec3& satVel, double obsLat,
                                     double obsLon, double obsAlt, double gmst) {
     return GroundObserver(obsLat, obsLon, obsAlt).look(satPos, satVel, gmst);

@@ -58,6 +58,13 @@ class GroundObserver {
         double up = 0;
     };
     Height height(const Vec3& satPos, double gmst) const;
+    /// From the observer to the body, km, in a frame that turns with the Earth: x in the observer's
+    /// meridian outward from the axis, y east, z north along the axis.
+    Vec3 fromHere(const Vec3& satPos, double gmst) const;
+    /// The sine of its elevation times its range, km.
+    double heightOver(const Vec3& fromHere) const {
+        return cosLat_ * fromHere.x + sinLat_ * fromHere.z;
+    }
     /// In the inertial frame, km; with 0 in the frame that turns with the Earth.
     Vec3 positionAt(double gmst) const;
 

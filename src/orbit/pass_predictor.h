@@ -37,19 +37,30 @@ struct PredictedPass {
 
 using PassList = std::vector<PredictedPass>;
 
-/// One body over one observer, as functions of time that any thread may call. A search needs
-/// `observe` alone; the others spare it work, and change nothing of what it finds.
-struct SkyFunctions {
-    /// The elevation, where that is enough, and until when the body is surely lower than -10
-    /// degrees or absent; the moment itself where nothing is sure.
+/// How high one body stands over one observer, for one search in one thread.
+class Heights {
+  public:
     struct Height {
-        double elevation = 0;  ///< degrees, to the last bit as `observe` has it; -90 where absent
+        double elevation = 0;  ///< degrees; -90 where the body is absent
+        /// The elevation as look angles have it differs by at most this; 0: not in the last bit.
+        double margin = 0;
+        /// Until then the body is surely lower than -10 degrees or absent; the moment itself where
+        /// nothing is sure.
         Instant farBelowUntil;
     };
 
+    virtual ~Heights() = default;
+    virtual Height exactly(Instant at) = 0;
+    /// Sooner, where moments are asked for that lie close together.
+    virtual Height about(Instant at) = 0;
+};
+
+/// One body over one observer. A search needs `observe` alone, which any thread may call; the rest
+/// spares it work, and changes nothing of what it finds.
+struct SkyFunctions {
     std::function<std::optional<TopocentricResult>(Instant)> observe;
     /// For moments from `from` to `to`. May be empty.
-    std::function<std::function<Height(Instant)>(Instant from, Instant to)> heightsBetween{};
+    std::function<std::unique_ptr<Heights>(Instant from, Instant to)> heightsBetween{};
 };
 
 /// Latitude and longitude in degrees, height in metres. A null record is absent at every time.

@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "orbit/far_below.h"
+#include "orbit/height_estimate.h"
 #include "orbit/pass_predictor.h"
 #include "orbit/sgp4.h"
 
@@ -9,30 +10,35 @@ namespace veloran {
 
 namespace {
 
-/// The heights of one satellite within the span of a search.
-class SatelliteHeights {
+class SatelliteHeights final : public Heights {
   public:
     SatelliteHeights(std::shared_ptr<const SatRec> satrec, const GroundObserver& observer,
                      Instant from, Instant to)
         : satrec_(std::move(satrec)),
           observer_(observer),
-          farBelow_(*satrec_, observer, from, to) {}
+          farBelow_(*satrec_, observer, from, to),
+          estimate_(satrec_, observer, from, to) {}
 
-    SkyFunctions::Height operator()(Instant at) const {
+    Height about(Instant at) override {
+        const auto elevation = estimate_.at(at);
+        return elevation ? Height{elevation->value, elevation->margin, at} : exactly(at);
+    }
+
+    Height exactly(Instant at) override {
         const JulianDate julian = jdayFromDate(at);
         const Propagation body = propagatePosition(*satrec_, minutesSinceEpoch(*satrec_, julian));
-        if (body.error != Sgp4Error::none) return {-90.0, at};
+        if (body.error != Sgp4Error::none) return {-90.0, 0.0, at};
         const Vec3& position = body.state.position;
         const auto height = observer_.height(position, gstime(julian.jd + julian.jdFrac));
         if (!isOrdinary(height.range)) {
             const auto look = lookAngles(*satrec_, at, observer_);
-            return {look ? look->elevation : -90.0, at};
+            return {look ? look->elevation : -90.0, 0.0, at};
         }
         // Without an else: NaN, right at the zenith, is not far below either.
         if (height.elevation < FarBelow::elevation) {
-            return {height.elevation, farBelow_.sureUntil(at, height.up, length(position))};
+            return {height.elevation, 0.0, farBelow_.sureUntil(at, height.up, length(position))};
         }
-        return {height.elevation, at};
+        return {height.elevation, 0.0, at};
     }
 
   private:
@@ -43,6 +49,7 @@ class SatelliteHeights {
     std::shared_ptr<const SatRec> satrec_;
     GroundObserver observer_;
     FarBelow farBelow_;
+    HeightEstimate estimate_;
 };
 
 }  // namespace
@@ -53,7 +60,7 @@ SkyFunctions satelliteSky(std::shared_ptr<const SatRec> satrec, double obsLat, d
     const GroundObserver observer(obsLat, obsLon, obsAltMeters / 1000.0);
     return {[satrec, observer](Instant at) { return lookAngles(*satrec, at, observer); },
             [satrec, observer](Instant from, Instant to) {
-                return SatelliteHeights(satrec, observer, from, to);
+                return std::make_unique<SatelliteHeights>(satrec, observer, from, to);
             }};
 }
 
