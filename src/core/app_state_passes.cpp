@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/app_state.h"
+#include "core/search_order.h"
 #include "core/status_texts.h"
 
 namespace veloran {
@@ -18,6 +19,35 @@ constexpr std::size_t kManyBodies = 200;  // a search of fewer is over before on
 
 bool hasOrbit(const Satellite& body) {
     return body.bodyKind != BodyKind::sgp4 || body.satrec;
+}
+
+std::optional<Instant> firstRise(const PassList& passes, Instant now) {
+    const auto first =
+        std::ranges::find_if(passes, [now](const auto& pass) { return pass.setTime > now; });
+    return first == passes.end() ? std::nullopt : std::optional(first->riseTime);
+}
+
+/// The bodies with an orbit, as indices, in the order in which they are searched.
+std::vector<std::size_t> searchOrderOf(const std::vector<SatellitePtr>& selected,
+                                       const AppState& state) {
+    std::set<std::int64_t> queued;
+    for (const auto& id : state.queuedPassIds.get()) {
+        if (const auto number = passQueueNumber(id)) queued.insert(*number);
+    }
+    const auto& shown = state.selectedPass.get();
+    const Instant now = state.now();
+    std::vector<SearchBody> bodies;
+    bodies.reserve(selected.size());
+    for (const auto& body : selected) {
+        bodies.push_back({.isTracked = body == state.trackingSatellite.get(),
+                          .isShown = shown && shown->noradId() == body->id,
+                          .isQueued = queued.contains(body->id),
+                          .isNew = body->passRun == 0,
+                          .firstRise = firstRise(*body->passes, now)});
+    }
+    auto order = searchOrder(bodies);
+    std::erase_if(order, [&selected](std::size_t i) { return !hasOrbit(*selected[i]); });
+    return order;
 }
 
 }  // namespace
@@ -36,10 +66,8 @@ void AppState::computeAllPasses() {
     auto run = std::make_shared<PassRun>();
     run->number = ++passRuns_;
     run->selected = selectedSatellites();
-    run->unfinished =
-        static_cast<std::size_t>(std::count_if(run->selected.begin(), run->selected.end(),
-                                               [](const auto& body) { return hasOrbit(*body); }));
-    run->orbits = run->unfinished;
+    const auto order = searchOrderOf(run->selected, *this);
+    run->unfinished = run->orbits = order.size();
     statusMessage = statusComputing(run->selected.size());
     showProgress(*run);
 
@@ -52,8 +80,7 @@ void AppState::computeAllPasses() {
     const Instant start = now();
     // One task for each body, so that every processor core is used. A task gets values only (time,
     // observer and the shared constant orbit) and gives back a whole list.
-    for (std::size_t i = 0; i < run->selected.size(); ++i) {
-        if (!hasOrbit(*run->selected[i])) continue;
+    for (const std::size_t i : order) {
         machine_.workers.run(
             [weak = weak_from_this(), &loop = machine_.loop, run, i, start,
              predictor = makePassPredictor(*run->selected[i], obsLatitude, obsLongitude,

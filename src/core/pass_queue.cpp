@@ -19,14 +19,9 @@ const PredictedPass& passAt(const QueueView& view, const Place& place) {
     return (*view.selected[place.body].passes)[place.pass];
 }
 
-/// The number in front of an identifier; the number of the Sun has a minus sign of its own.
-std::optional<std::int64_t> numberIn(std::string_view id) {
-    return parseInt64(id.substr(0, id.find('-', 1)));
-}
-
 /// The first pass of the selected bodies with this identifier.
 std::optional<Place> find(const QueueView& view, const std::string& id) {
-    const auto number = numberIn(id);
+    const auto number = passQueueNumber(id);
     for (std::size_t body = 0; body < view.selected.size(); ++body) {
         if (view.selected[body].noradId != number) continue;  // most are told apart by this alone
         const auto& passes = *view.selected[body].passes;
@@ -85,7 +80,7 @@ QueueEntryState stateOf(const QueueView& view, const PredictedPass& pass, Instan
 }
 
 bool isSelected(const QueueView& view, const std::string& id) {
-    const auto number = numberIn(id);
+    const auto number = passQueueNumber(id);
     return std::any_of(view.selected.begin(), view.selected.end(),
                        [&number](const auto& body) { return body.noradId == number; });
 }
@@ -94,6 +89,11 @@ bool isSelected(const QueueView& view, const std::string& id) {
 
 std::string passQueueId(std::int64_t noradId, Instant riseTime) {
     return fmt::format("{}-{}", noradId, checkedInt64(riseTime.secondsSinceReference));
+}
+
+/// The number of the Sun has a minus sign of its own.
+std::optional<std::int64_t> passQueueNumber(std::string_view id) {
+    return parseInt64(id.substr(0, id.find('-', 1)));
 }
 
 QueuedPassRef makePassRef(std::int64_t noradId, const std::string& satName,

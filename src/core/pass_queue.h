@@ -6,6 +6,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/instant.h"
@@ -25,6 +26,8 @@ using QueueIds = std::set<std::string>;
 
 /// "<NORAD number>-<rise in whole seconds since 2001>", truncated toward zero.
 std::string passQueueId(std::int64_t noradId, Instant riseTime);
+/// The NORAD number of an identifier.
+std::optional<std::int64_t> passQueueNumber(std::string_view id);
 
 /// A pass in the queue, as it is shown.
 struct QueuedPassRef {

@@ -149,6 +149,35 @@ TEST_F(Passes, LongSearchTellsItsProgress) {
     EXPECT_EQ(world.app->passProgress.get(), std::nullopt);
 }
 
+TEST_F(Passes, OfTheSelectedPassAndOfTheQueueAreSearchedFirst) {
+    std::vector<SatellitePtr> many;
+    for (std::int64_t id = 1; id <= 400; ++id) {
+        auto body = std::make_shared<Satellite>("Sun", id);
+        body->bodyKind = BodyKind::sun;
+        body->isSelected = true;
+        many.push_back(std::move(body));
+    }
+    world.app->satellites = many;
+    PassInfo shown;
+    shown.satellite = many[399];
+    world.app->selectedPass = shown;
+    world.app->queuedPassIds = QueueIds{"399-817000000", "nonsense"};
+    world.app->computeAllPasses();
+
+    bool isLooking = true;
+    const auto subscription = world.app->objectWillChange.subscribe([&] {
+        if (!isLooking) return;
+        isLooking = false;  // with the first percent: 4 of the 400 are done
+        EXPECT_GT(many[399]->passRun, 0u);
+        EXPECT_GT(many[398]->passRun, 0u);
+        EXPECT_GT(many[1]->passRun, 0u);
+        EXPECT_EQ(many[2]->passRun, 0u);
+    });
+    world.machine.loop.runPosted();
+    EXPECT_FALSE(isLooking);
+    for (const auto& body : many) EXPECT_GT(body->passRun, 0u);
+}
+
 TEST_F(Passes, SearchOfFewBodiesTellsNoProgress) {
     world.machine.workers.held = true;
     world.app->computeAllPasses();

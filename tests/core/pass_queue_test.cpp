@@ -36,6 +36,14 @@ TEST(PassQueueId, OfTheSunHasAMinusOfItsOwn) {
     EXPECT_EQ(passQueueId(-1, Instant{817000000.0}), "-1-817000000");
 }
 
+TEST(PassQueueId, TellsItsNumber) {
+    EXPECT_EQ(passQueueNumber("44909-817000000"), 44909);
+    EXPECT_EQ(passQueueNumber("44909--1"), 44909);
+    EXPECT_EQ(passQueueNumber("-1-817000000"), -1);
+    EXPECT_EQ(passQueueNumber("x-817000000"), std::nullopt);
+    EXPECT_EQ(passQueueNumber(""), std::nullopt);
+}
+
 TEST(QueuedPassRefs, AreEqualOnlyInEveryField) {
     const QueuedPassRef ref{"1-2", "NAME", 1, Instant{2}, Instant{3}, 45};
     EXPECT_EQ(ref, QueuedPassRef(ref));
