@@ -11,6 +11,7 @@
 #include "checks.h"
 #include "element_properties.h"
 #include "elements/omm_parser.h"
+#include "elements/plain_omm.h"
 #include "elements/tle_manager.h"
 #include "require.h"
 
@@ -62,6 +63,7 @@ void requireItsOwnLines(const TLEData& set) {
 
 void checkOmmJson(std::string_view bytes) {
     const auto sets = OMMParser::parse(bytes);
+    require(areSame(sets, test::parsePlainly(bytes)), "a tree of values gives the same messages");
     require(sets.empty() || OMMParser::looksLikeJSON(bytes), "a list of messages looks like JSON");
     require(sets.empty() || areSame(TLEManager::parseAuto(bytes), sets),
             "an answer with messages is taken as such");

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <utility>
 
 namespace veloran {
@@ -68,6 +69,16 @@ std::string mapped(std::string_view text, Mapping map) {
 bool isAscii(std::string_view text) {
     return std::all_of(text.begin(), text.end(),
                        [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+/// How many bytes at the front are ASCII, in eights: nearly all of a large answer.
+std::size_t asciiPrefix(std::string_view text) {
+    std::size_t length = 0;
+    for (std::uint64_t eight = 0; length + sizeof eight <= text.size(); length += sizeof eight) {
+        std::memcpy(&eight, text.data() + length, sizeof eight);
+        if (eight & 0x8080808080808080) break;
+    }
+    return length;
 }
 
 std::size_t endOfCharacter(std::string_view text, std::size_t start) {
@@ -165,12 +176,13 @@ std::string lowerCased(std::string_view text) {
 }
 
 bool isValidUtf8(std::string_view bytes) {
-    while (!bytes.empty()) {
+    for (;;) {
+        bytes.remove_prefix(asciiPrefix(bytes));
+        if (bytes.empty()) return true;
         const CodePoint point = firstCodePoint(bytes);
         if (point.value < 0) return false;
         bytes.remove_prefix(point.length);
     }
-    return true;
 }
 
 std::vector<std::string_view> characters(std::string_view text, std::size_t limit) {

@@ -1,7 +1,5 @@
 #include "elements/omm_lines.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -9,6 +7,7 @@
 #include "base/calendar.h"
 #include "base/checked.h"
 #include "base/text.h"
+#include "elements/line_columns.h"
 
 namespace veloran::omm_lines {
 
@@ -18,23 +17,12 @@ constexpr std::int64_t kLargestCatalogueNumber = 99999;
 constexpr std::size_t kLineWithoutChecksum = 68;
 constexpr double kEccentricityScale = 10000000;
 
-std::string catalogueField(std::int64_t noradId) {
-    return fmt::format("{:05d}", std::min(noradId, kLargestCatalogueNumber));
+void appendCatalogueNumber(LineColumns& columns, std::int64_t noradId) {
+    columns.integer(std::min(noradId, kLargestCatalogueNumber), 5, '0');
 }
 
-std::string classificationField(std::string_view classification) {
-    return classification.empty() ? "U" : std::string(characters(classification, 1).front());
-}
-
-/// So have the lines of nearly every satellite: no need to look for what belongs together.
-bool hasOneByteCharacters(std::string_view text) {
-    return std::ranges::all_of(
-        text, [](char c) { return static_cast<unsigned char>(c) < 0x80 && c != '\r'; });
-}
-
-std::string withChecksum(std::string_view line) {
-    const std::string columns = padOrTruncate(line, kLineWithoutChecksum);
-    return fmt::format("{}{}", columns, checksum(columns));
+void appendClassification(LineColumns& columns, std::string_view classification) {
+    columns.text(classification.empty() ? "U" : characters(classification, 1).front());
 }
 
 /// The two pieces around the first `separator`.
@@ -79,6 +67,45 @@ std::optional<double> parseTimeOfDay(std::string_view text) {
     return static_cast<double>(*hour) * 3600 + static_cast<double>(*minute) * 60 + *seconds;
 }
 
+/// "1998-067A" as "98067A  ".
+void appendIntlDesignator(LineColumns& columns, std::string_view objectId) {
+    constexpr std::size_t kWidth = 8;
+    const std::size_t start = columns.size();
+    const auto pieces = splitOnce(objectId, '-');
+    const auto year = pieces ? parseInt64(pieces->first) : std::nullopt;
+    if (year) columns.integer(*year % 100, 2, '0');
+    columns.text(year ? pieces->second : objectId);
+    columns.fit(start, kWidth);
+}
+
+void appendSignedDecimal(LineColumns& columns, double value) {
+    LineColumns magnitude;
+    magnitude.fixed(std::abs(value), 1, 8, ' ');
+    auto digits = magnitude.view();
+    if (digits.starts_with("0.")) digits.remove_prefix(1);
+    columns.character(value < 0 ? '-' : ' ');
+    columns.text(digits);
+}
+
+void appendExponentNotation(LineColumns& columns, double value) {
+    if (value == 0) return columns.text(" 00000-0");
+    if (!std::isfinite(value)) stopProgram("a number without end has no exponent notation");
+    double mantissa = std::abs(value);
+    int exponent = 0;
+    for (; mantissa >= 1; ++exponent) mantissa /= 10;
+    for (; mantissa < 0.1; --exponent) mantissa *= 10;
+    columns.character(value < 0 ? '-' : ' ');
+    columns.integer(checkedInt64(std::round(mantissa * 100000)), 5, '0');
+    columns.character(exponent < 0 ? '-' : '+');
+    columns.integer(std::abs(exponent), 1, ' ');
+}
+
+std::string withChecksum(LineColumns& columns) {
+    columns.fit(0, kLineWithoutChecksum);
+    columns.integer(checksum(columns.view()), 1, ' ');
+    return std::string(columns.view());
+}
+
 }  // namespace
 
 std::optional<Epoch> parseEpoch(std::string_view text) {
@@ -91,23 +118,46 @@ std::optional<Epoch> parseEpoch(std::string_view text) {
 }
 
 std::string synthesizeLine1(const Line1& fields) {
-    const std::string epoch =
-        fmt::format("{:02d}{:012.8f}", fields.epoch.year % 100, fields.epoch.days);
-    return withChecksum(fmt::format(
-        "1 {}{} {} {} {} {} {} {} {:4d}", catalogueField(fields.noradId),
-        classificationField(fields.classification), formatIntlDesignator(fields.intlDesignator),
-        epoch, formatSignedDecimal(fields.meanMotionDot),
-        formatExponentNotation(fields.meanMotionDdot), formatExponentNotation(fields.bstar),
-        fields.ephemerisType, fields.elementSetNo));
+    LineColumns columns;
+    columns.text("1 ");
+    appendCatalogueNumber(columns, fields.noradId);
+    appendClassification(columns, fields.classification);
+    columns.character(' ');
+    appendIntlDesignator(columns, fields.intlDesignator);
+    columns.character(' ');
+    columns.integer(fields.epoch.year % 100, 2, '0');
+    columns.fixed(fields.epoch.days, 12, 8, '0');
+    columns.character(' ');
+    appendSignedDecimal(columns, fields.meanMotionDot);
+    columns.character(' ');
+    appendExponentNotation(columns, fields.meanMotionDdot);
+    columns.character(' ');
+    appendExponentNotation(columns, fields.bstar);
+    columns.character(' ');
+    columns.integer(fields.ephemerisType, 1, ' ');
+    columns.character(' ');
+    columns.integer(fields.elementSetNo, 4, ' ');
+    return withChecksum(columns);
 }
 
 std::string synthesizeLine2(const Line2& fields) {
-    const std::int64_t eccentricity =
-        checkedInt64(std::round(fields.eccentricity * kEccentricityScale));
-    return withChecksum(fmt::format("2 {} {:8.4f} {:8.4f} {:07d} {:8.4f} {:8.4f} {:11.8f}{:5d}",
-                                    catalogueField(fields.noradId), fields.inclination, fields.raan,
-                                    eccentricity, fields.argPerigee, fields.meanAnomaly,
-                                    fields.meanMotion, fields.revNumber));
+    LineColumns columns;
+    columns.text("2 ");
+    appendCatalogueNumber(columns, fields.noradId);
+    for (const double degrees : {fields.inclination, fields.raan}) {
+        columns.character(' ');
+        columns.fixed(degrees, 8, 4, ' ');
+    }
+    columns.character(' ');
+    columns.integer(checkedInt64(std::round(fields.eccentricity * kEccentricityScale)), 7, '0');
+    for (const double degrees : {fields.argPerigee, fields.meanAnomaly}) {
+        columns.character(' ');
+        columns.fixed(degrees, 8, 4, ' ');
+    }
+    columns.character(' ');
+    columns.fixed(fields.meanMotion, 11, 8, ' ');
+    columns.integer(fields.revNumber, 5, ' ');
+    return withChecksum(columns);
 }
 
 bool fitsEccentricity(double eccentricity) {
@@ -115,48 +165,37 @@ bool fitsEccentricity(double eccentricity) {
 }
 
 std::string formatIntlDesignator(std::string_view objectId) {
-    constexpr std::size_t kWidth = 8;
-    const auto pieces = splitOnce(objectId, '-');
-    const auto year = pieces ? parseInt64(pieces->first) : std::nullopt;
-    if (!year) return padOrTruncate(objectId, kWidth);
-    return padOrTruncate(fmt::format("{:02d}{}", *year % 100, pieces->second), kWidth);
+    LineColumns columns;
+    appendIntlDesignator(columns, objectId);
+    return std::string(columns.view());
 }
 
 std::string formatSignedDecimal(double value) {
-    std::string digits = fmt::format("{:.8f}", std::abs(value));
-    if (digits.starts_with("0.")) digits.erase(0, 1);
-    return (value < 0 ? "-" : " ") + digits;
+    LineColumns columns;
+    appendSignedDecimal(columns, value);
+    return std::string(columns.view());
 }
 
 std::string formatExponentNotation(double value) {
-    if (value == 0) return " 00000-0";
-    if (!std::isfinite(value)) stopProgram("a number without end has no exponent notation");
-    double mantissa = std::abs(value);
-    int exponent = 0;
-    for (; mantissa >= 1; ++exponent) mantissa /= 10;
-    for (; mantissa < 0.1; --exponent) mantissa *= 10;
-    const std::int64_t digits = checkedInt64(std::round(mantissa * 100000));
-    return fmt::format("{}{:05d}{}{}", value < 0 ? "-" : " ", digits, exponent < 0 ? "-" : "+",
-                       std::abs(exponent));
+    LineColumns columns;
+    appendExponentNotation(columns, value);
+    return std::string(columns.view());
 }
 
 std::string padOrTruncate(std::string_view text, std::size_t width) {
-    if (hasOneByteCharacters(text)) {
-        std::string result(text.substr(0, width));
-        result.resize(width, ' ');
-        return result;
-    }
-    const auto kept = characters(text, width);
-    std::string result;
-    if (!kept.empty()) result.assign(kept.front().data(), kept.back().data() + kept.back().size());
-    result.append(width - kept.size(), ' ');
-    return result;
+    LineColumns columns;
+    columns.text(text);
+    columns.fit(0, width);
+    return std::string(columns.view());
 }
 
 int checksum(std::string_view text) {
     int sum = 0;
     if (hasOneByteCharacters(text)) {
-        for (const char c : text) sum += c == '-' ? 1 : c >= '0' && c <= '9' ? c - '0' : 0;
+        for (const char c : text) {
+            const int digit = c - '0';
+            sum += (digit >= 0 && digit <= 9 ? digit : 0) + (c == '-' ? 1 : 0);
+        }
         return sum % 10;
     }
     for (const auto character : characters(text)) {
