@@ -12,14 +12,24 @@ namespace veloran {
 
 namespace {
 
-constexpr std::array<double, 9> kPowersOfTen{1.0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8};
+constexpr std::array<std::int64_t, 9> kPowersOfTen{
+    1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000, 100'000'000};
+
+std::int64_t powerOfTen(int exponent) {
+    return kPowersOfTen[static_cast<std::size_t>(exponent)];
+}
+
+/// Whether a number has at most so many digits, of up to eight.
+bool hasDigits(std::int64_t value, int most) {
+    return value >= 0 && most >= 1 && most <= 8 && value < powerOfTen(most);
+}
 
 /// A number in units of its last decimal, where one multiplication surely rounds as all the digits
 /// would: writing those out takes several times as long.
-std::optional<std::uint64_t> inLastDecimals(double value, int decimals) {
-    const double units = value * kPowersOfTen[static_cast<std::size_t>(decimals)];
+std::optional<std::int64_t> inLastDecimals(double value, int decimals) {
+    const double units = value * static_cast<double>(powerOfTen(decimals));
     if (std::signbit(value) || !(units < 0x1p40)) return std::nullopt;
-    const auto whole = static_cast<std::uint64_t>(units);
+    const auto whole = static_cast<std::int64_t>(units);
     const double rest = units - static_cast<double>(whole);
     // The product is off by 2^-14 at most.
     if (std::abs(rest - 0.5) < 0x1p-12) return std::nullopt;
@@ -33,21 +43,17 @@ void LineColumns::text(std::string_view text) {
 }
 
 void LineColumns::integer(std::int64_t value, int width, char filler) {
-    if (value < 0) {
+    if (!hasDigits(value, width)) {
         const auto* const form = filler == '0' ? "{:0{}d}" : "{:{}d}";
-        fmt::format_to(std::back_inserter(columns_), fmt::runtime(form), value, width);
+        fmt::format_to(std::back_inserter(columns_), fmt::runtime(form), value, std::max(width, 0));
         return;
     }
-    const fmt::format_int digits(value);
-    const auto missing = width - static_cast<int>(digits.size());
-    if (missing > 0) fill(static_cast<std::size_t>(missing), filler);
-    text({digits.data(), digits.size()});
-}
-
-void LineColumns::fill(std::size_t count, char filler) {
-    const std::size_t start = size();
-    columns_.resize(start + count);
-    std::fill_n(columns_.data() + start, count, filler);
+    auto rest = static_cast<std::uint32_t>(value);
+    columns_.resize(size() + static_cast<std::size_t>(width));
+    char* digit = columns_.end();
+    for (int i = 0; i < width; ++i, rest /= 10) {
+        *--digit = rest > 0 || i == 0 ? static_cast<char>('0' + rest % 10) : filler;
+    }
 }
 
 void LineColumns::fixed(double value, int width, int decimals, char filler) {
@@ -57,10 +63,10 @@ void LineColumns::fixed(double value, int width, int decimals, char filler) {
         fmt::format_to(std::back_inserter(columns_), fmt::runtime(form), value, width, decimals);
         return;
     }
-    const auto scale = static_cast<std::uint64_t>(kPowersOfTen[static_cast<std::size_t>(decimals)]);
-    integer(static_cast<std::int64_t>(*units / scale), width - decimals - 1, filler);
+    const std::int64_t one = powerOfTen(decimals);
+    integer(*units / one, width - decimals - 1, filler);
     character('.');
-    integer(static_cast<std::int64_t>(*units % scale), decimals, '0');
+    integer(*units % one, decimals, '0');
 }
 
 void LineColumns::fit(std::size_t start, std::size_t width) {
@@ -74,7 +80,7 @@ void LineColumns::fit(std::size_t start, std::size_t width) {
         for (const auto character : kept) bytes += character.size();
     }
     columns_.resize(start + bytes);
-    fill(width - present, ' ');
+    for (; present < width; ++present) character(' ');
 }
 
 bool hasOneByteCharacters(std::string_view text) {

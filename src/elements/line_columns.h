@@ -26,8 +26,6 @@ class LineColumns {
     std::string_view view() const { return {columns_.data(), columns_.size()}; }
 
   private:
-    void fill(std::size_t count, char filler);
-
     fmt::memory_buffer columns_;
 };
 

@@ -80,7 +80,7 @@ void appendIntlDesignator(LineColumns& columns, std::string_view objectId) {
 
 void appendSignedDecimal(LineColumns& columns, double value) {
     LineColumns magnitude;
-    magnitude.fixed(std::abs(value), 1, 8, ' ');
+    magnitude.fixed(std::abs(value), 10, 8, ' ');
     auto digits = magnitude.view();
     if (digits.starts_with("0.")) digits.remove_prefix(1);
     columns.character(value < 0 ? '-' : ' ');
