@@ -69,9 +69,8 @@ void checkMatching(std::string_view bytes) {
             });
             ++issued;
         } else if (step == 'X') {
-            for (const auto& answer : queue.flush()) {
-                require(answer.code == -1 && answer.lines.empty(), "a flush says so");
-                expectOldest(answer);
+            for (const auto& completion : queue.flush()) {
+                expectOldest({completion, ReplyQueue::kConnectionGone, {}});
             }
             require(waiting.empty(), "a flush leaves nothing");
         } else if (step == '<') {

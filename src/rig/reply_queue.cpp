@@ -10,7 +10,6 @@ namespace {
 
 constexpr std::string_view kReport = "RPRT ";
 constexpr std::int64_t kNotANumber = -999;
-constexpr std::int64_t kConnectionGone = -1;
 
 }  // namespace
 
@@ -33,14 +32,9 @@ std::optional<ReplyQueue::Answer> ReplyQueue::dispatch(std::string line) {
     return Answer{std::move(completion), code.value_or(kNotANumber), std::move(lines)};
 }
 
-std::vector<ReplyQueue::Answer> ReplyQueue::flush() {
-    std::vector<Answer> answers;
-    answers.reserve(pending_.size());
-    for (auto& completion : std::exchange(pending_, {})) {
-        answers.push_back({std::move(completion), kConnectionGone, {}});
-    }
+ReplyQueue::Waiting ReplyQueue::flush() {
     lines_.clear();
-    return answers;
+    return std::exchange(pending_, {});
 }
 
 }  // namespace veloran

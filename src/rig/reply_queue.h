@@ -24,16 +24,22 @@ class ReplyQueue {
         ReplyLines lines;
     };
 
+    using Waiting = std::deque<ReplyCompletion>;
+
+    /// What a command whose connection went is answered with, and no lines.
+    static constexpr std::int64_t kConnectionGone = -1;
+
     void expect(ReplyCompletion completion);
     /// A line that ends the oldest command gives its answer. Lines nobody waits for are dropped.
     std::optional<Answer> dispatch(std::string line);
-    /// Every waiting command, oldest first, answered with -1.
-    std::vector<Answer> flush();
+    /// Takes out every waiting command, oldest first, to be answered with kConnectionGone: without
+    /// a copy, for they may fill much of the memory.
+    Waiting flush();
     std::size_t size() const { return pending_.size(); }
 
   private:
     // Without a limit, so of each only what has to be kept; lines come for the oldest alone.
-    std::deque<ReplyCompletion> pending_;
+    Waiting pending_;
     ReplyLines lines_;
 };
 

@@ -104,8 +104,8 @@ void RigctldClient::handleIncoming(std::string_view bytes) {
 void RigctldClient::flushPending() {
     framer_.clear();
     // One task for all: a server that answered nothing may have left very many.
-    loop_.post([answers = replies_.flush()] {
-        for (const auto& answer : answers) answer.completion(answer.code, answer.lines);
+    loop_.post([waiting = replies_.flush()] {
+        for (const auto& completion : waiting) completion(ReplyQueue::kConnectionGone, {});
     });
 }
 

@@ -50,7 +50,7 @@ class Lines {
     }
     void flush() {
         framer_.clear();
-        for (const auto& answer : queue_.flush()) run(answer);
+        for (const auto& waiting : queue_.flush()) waiting(ReplyQueue::kConnectionGone, {});
     }
 
     LineFramer framer_;

@@ -85,13 +85,16 @@ TEST_F(ReplyQueueTest, EmptyLinesAreKept) {
     EXPECT_THAT(calls, ElementsAre(Call{"a", 0, {"", "x", ""}}));
 }
 
-TEST_F(ReplyQueueTest, AFlushAnswersEveryCommandInOrderOfAgeWithoutLines) {
+TEST_F(ReplyQueueTest, AFlushTakesOutEveryCommandInOrderOfAge) {
     for (const auto* tag : {"a", "b", "c"}) expectReply(tag);
     receive("half an answer");
-    for (const auto& answer : queue.flush()) answer.completion(answer.code, answer.lines);
+    for (const auto& waiting : queue.flush()) waiting(ReplyQueue::kConnectionGone, {});
     EXPECT_THAT(calls, ElementsAre(Call{"a", -1, {}}, Call{"b", -1, {}}, Call{"c", -1, {}}));
     EXPECT_EQ(queue.size(), 0U);
     EXPECT_THAT(queue.flush(), IsEmpty());
+    expectReply("d");
+    receive("RPRT 0");
+    EXPECT_EQ(calls.back(), (Call{"d", 0, {}}));
 }
 
 }  // namespace
