@@ -28,15 +28,15 @@ constexpr double middleOfSix = 3.515625 / 720.0;
 /// with weights of 1.6 together and the one that is estimated are each half a step off.
 constexpr double clockError = 60e-6;
 constexpr double roundingKm = 5e-6;
-/// Within some 0.1 degrees of the zenith the sine of the elevation loses its digits.
+/// Within some 0.1 degrees of zenith and nadir the sine of the elevation loses its digits.
 constexpr double steepest = 89.9;
 
-/// Lagrange's weights of six places at -2 to 3 for a moment `s` of 0 to 1.
-std::array<double, 6> weights(double s) {
-    const double a = s + 2, b = s + 1, d = s - 1, e = s - 2, f = s - 3;
-    const double ab = a * b, cd = s * d, ef = e * f;
+/// Lagrange's weights of six places at -2 to 3 for a moment `c` of 0 to 1.
+std::array<double, 6> weights(double c) {
+    const double a = c + 2, b = c + 1, d = c - 1, e = c - 2, f = c - 3;
+    const double ab = a * b, cd = c * d, ef = e * f;
     return {b * cd * ef / -120, a * cd * ef / 24,  ab * d * ef / -12,
-            ab * s * ef / 12,   ab * cd * f / -24, ab * cd * e / 120};
+            ab * c * ef / 12,   ab * cd * f / -24, ab * cd * e / 120};
 }
 
 }  // namespace
@@ -85,7 +85,7 @@ std::optional<HeightEstimate::Elevation> HeightEstimate::at(Instant date) {
         std::sqrt(fromHere.x * fromHere.x + fromHere.y * fromHere.y + fromHere.z * fromHere.z);
     const double elevation = std::asin(observer_.heightOver(fromHere) / range) * rad2deg;
     // Also false for what is not a number.
-    if (!(range > 1.0 && elevation < steepest)) return std::nullopt;
+    if (!(range > 1.0 && std::abs(elevation) < steepest)) return std::nullopt;
     constexpr double rounding = 1e-9;
     return Elevation{elevation, 1.01 * errorKm_ / range * rad2deg + rounding};
 }

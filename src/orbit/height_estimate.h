@@ -25,7 +25,7 @@ class HeightEstimate {
         double value;   ///< degrees
         double margin;  ///< by which it may differ from what the propagator's own place gives
     };
-    /// Absent where nothing is sure: for an orbit whose course has no bound, near the zenith.
+    /// Absent where nothing is sure: for an orbit whose course has no bound, near zenith and nadir.
     std::optional<Elevation> at(Instant date);
 
   private:

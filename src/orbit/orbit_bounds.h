@@ -6,8 +6,8 @@
 namespace veloran {
 
 /// What the propagator's own equations can give, whatever nature would do. NaN where the orbit is
-/// none of those that this knows: with linear rates, much drag, a long ellipse, or long after its
-/// epoch.
+/// none of those that this knows: with linear rates, much drag, a long ellipse, angles of many
+/// turns, or ten years from its epoch.
 struct OrbitBounds {
     double largestDistance = 0;  ///< from the Earth's centre, Earth radii
     double angularSpeed = 0;     ///< of the direction from the Earth's centre, rad/min

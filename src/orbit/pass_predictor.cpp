@@ -16,12 +16,11 @@ constexpr int bisections = 25;
 
 /// Far below the horizon nothing happens within a minute; near it passes may be short.
 constexpr double farStep = 60.0;
-constexpr double farElevation = -10.0;
 constexpr double nearElevation = -2.0;
 
 double searchStep(bool inPass, double elevation) {
     if (inPass) return 10.0;
-    if (elevation < farElevation) return farStep;
+    if (elevation < Heights::farBelow) return farStep;
     if (elevation < nearElevation) return 20.0;
     return 10.0;
 }
@@ -133,7 +132,7 @@ PassList PassPredictor::findPasses(Instant start, double hoursAhead, double minE
 Heights::Height PassPredictor::Search::sample(Instant at, bool isNear) {
     if (!isNear) return heights_->exactly(at);
     const Height height = heights_->about(at);
-    for (const double threshold : {farElevation, nearElevation, exitElevation, 0.0}) {
+    for (const double threshold : {Heights::farBelow, nearElevation, exitElevation, 0.0}) {
         if (!isClearOf(height, threshold)) return heights_->exactly(at);
     }
     return height;

@@ -1,9 +1,10 @@
+#include "orbit/satellite_sky.h"
+
 #include <cmath>
 #include <utility>
 
 #include "orbit/far_below.h"
 #include "orbit/height_estimate.h"
-#include "orbit/pass_predictor.h"
 #include "orbit/sgp4.h"
 
 namespace veloran {
@@ -34,8 +35,8 @@ class SatelliteHeights final : public Heights {
             const auto look = lookAngles(*satrec_, at, observer_);
             return {look ? look->elevation : -90.0, 0.0, at};
         }
-        // Without an else: NaN, right at the zenith, is not far below either.
-        if (height.elevation < FarBelow::elevation) {
+        // Not so for NaN, right at the zenith or the nadir.
+        if (height.elevation < farBelow) {
             return {height.elevation, 0.0, farBelow_.sureUntil(at, height.up, length(position))};
         }
         return {height.elevation, 0.0, at};
