@@ -15,6 +15,10 @@ bool areSame(const std::vector<TLEData>& a, const std::vector<TLEData>& b);
 /// it, are absent or finite and in their ranges, and asking twice gives the same.
 void requireSoundOrbit(const TLEData& set);
 
+/// A search of three hours that estimates heights and skips samples finds the passes of the plain
+/// one.
+void requireSameSearch(const TLEData& set);
+
 /// The first of them, as many as an input has time for, and what a merge makes of them all.
 void requireSoundSets(const std::vector<TLEData>& sets);
 

@@ -17,6 +17,7 @@ void checkTwoLines(std::string_view bytes) {
             "a set keeps the texts it was read from");
     require(set->epochYear >= 1900 && set->epochYear < 2100, "two digits name a year");
     requireSoundOrbit(*set);
+    requireSameSearch(*set);
     if (!fitsColumns(*set)) return;
 
     const Lines lines = writtenLines(*set);
