@@ -71,6 +71,15 @@ TEST(IsValidUtf8, RefusesWhatNoEncoderWrites) {
     EXPECT_FALSE(isValidUtf8("a\xe2\x82"));
 }
 
+TEST(IsValidUtf8, SeesEachByteOfALongText) {
+    const std::string plain(40, 'a');
+    for (std::size_t at = 0; at < plain.size(); ++at) {
+        EXPECT_FALSE(isValidUtf8(std::string(plain).replace(at, 1, "\xff"))) << at;
+        EXPECT_FALSE(isValidUtf8(std::string(plain).replace(at, 1, "\xe2\x82"))) << at;
+        EXPECT_TRUE(isValidUtf8(std::string(plain).replace(at, 1, "\xe2\x82\xac"))) << at;
+    }
+}
+
 TEST(Characters, AsciiIsOneByteEachButCarriageReturnLineFeedIsOne) {
     EXPECT_THAT(characters("a\r\nb"), ElementsAre("a", "\r\n", "b"));
 }
