@@ -29,6 +29,8 @@ constexpr double kHz = 10;
 constexpr std::int64_t kBody = 44909;
 constexpr const char* kName = "RS-44 & BREEZE";
 constexpr double kLatestWebAnswer = 20;
+constexpr std::array kWebFaults{Fault::webFailed, Fault::webLate, Fault::webGarbage, Fault::webCut,
+                                Fault::webHuge};
 
 constexpr const char* kChannels =
     R"([{"description":"Linear","alive":true,"type":"Transponder","downlink_low":435610000,)"
@@ -144,7 +146,7 @@ class TroubledDay {
             case 8:
                 return strikeDisk();
             case 9:
-                web_ = static_cast<Fault>(static_cast<std::size_t>(Fault::webFailed) + draw(5));
+                web_ = kWebFaults.at(draw(kWebFaults.size()));
                 return;
             default:
                 return strikeReplies();
@@ -213,8 +215,11 @@ class TroubledDay {
             case Fault::webHuge:
                 text += std::string(200'000, draw(2) == 0 ? '[' : '1');
                 break;
-            default:
+            case Fault::webFailed:
                 answer.body.reset();
+                break;
+            default:
+                ADD_FAILURE() << "not a fault of the web";
         }
         return answer;
     }
@@ -338,6 +343,8 @@ class TroubledDay {
             EXPECT_TRUE(app().isTracking);
             EXPECT_EQ(app().trackingSatellite.get(), queued);
             advance(8);
+            EXPECT_TRUE(app().selectedTransmitter.get().has_value());
+            EXPECT_TRUE(app().selectedUplinkTransmitter.get().has_value());
             checkSettled("by the queue");
             EXPECT_TRUE(!radio_.satProto || radio_.armedName == "QUEUED_BODY");
             machine_.loop.advance(pass.setTime - now() + 1.5);
@@ -393,6 +400,7 @@ TEST(FaultSeeds, ProgramSettlesWhenItFallsQuiet) {
     if (given) return;
     EXPECT_GT(outcome.settledAlone, kSeeds / 3);
     EXPECT_GT(outcome.stuckByRule, kSeeds / 20);
+    EXPECT_GT(outcome.lines, 1000 * kSeeds);
 }
 
 }  // namespace

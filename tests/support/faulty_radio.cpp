@@ -105,7 +105,7 @@ void FaultyConnection::send(std::string bytes, std::function<void(bool ok)> comp
         radio_.tally_.add(Fault::halfOpen);
         return;
     }
-    radio_.hear(*this, number, bytes);
+    radio_.answer(*this, number, bytes);
 }
 
 /// The server reads again.
@@ -114,7 +114,8 @@ void FaultyConnection::readAll() {
     for (auto& send : std::exchange(unsent_, {})) {
         radio_.loop_.post([send = std::move(send)] { send(true); });
     }
-    for (const auto& [number, line] : std::exchange(unread_, {})) radio_.hear(*this, number, line);
+    for (const auto& [number, line] : std::exchange(unread_, {}))
+        radio_.answer(*this, number, line);
 }
 
 void FaultyConnection::receive(std::size_t minimum, std::size_t maximum,
@@ -211,11 +212,6 @@ void FaultyRadio::heal() {
 
 // ---- FaultyRadio: the server
 
-void FaultyRadio::hear(FaultyConnection& connection, std::uint64_t number,
-                       const std::string& line) {
-    send(connection, number, line);
-}
-
 /// Answers without an owner harm nobody: only commands of the extension wait for one.
 void FaultyRadio::spoil(const std::string& line) {
     spoiled_ = spoiled_ || !entries_.empty() || line.starts_with("\\");
@@ -256,13 +252,13 @@ FaultyRadio::Reply FaultyRadio::replyToExtension(const std::string& line) {
 }
 
 bool FaultyRadio::strikes(Fault fault) {
-    if (replies != fault || draw(1) >= share) return false;
+    if (replies != fault || uniform(1) >= share) return false;
     tally_.add(fault);
     return true;
 }
 
-void FaultyRadio::send(FaultyConnection& connection, std::uint64_t number,
-                       const std::string& line) {
+void FaultyRadio::answer(FaultyConnection& connection, std::uint64_t number,
+                         const std::string& line) {
     auto reply = replyTo(line);
     double due = loop_.elapsed() + kRoundTrip;
     if (strikes(Fault::missing)) return spoil(line);
@@ -283,7 +279,7 @@ void FaultyRadio::send(FaultyConnection& connection, std::uint64_t number,
         garbled_ = true;
         connection.put({due, std::string(1 + pick(100'000), 'x'), {}});
     }
-    if (strikes(Fault::late)) due += draw(4);
+    if (strikes(Fault::late)) due += uniform(4);
     const auto delivered = [this, number, code = reply.code] { matched(number, code); };
     if (strikes(Fault::split)) {
         for (const char& byte : reply.text) {

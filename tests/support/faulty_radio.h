@@ -115,7 +115,7 @@ class FaultyRadio final : public TcpNetwork {
     /// Whether answers of the live connection were lost or went to another command than their own,
     /// so that only a new connection puts things right.
     bool isSpoiled() const { return spoiled_; }
-    const std::shared_ptr<FaultyConnection> live() const { return newest_.lock(); }
+    std::shared_ptr<FaultyConnection> live() const { return newest_.lock(); }
 
   private:
     friend class FaultyConnection;
@@ -131,14 +131,13 @@ class FaultyRadio final : public TcpNetwork {
 
     void sent(const std::string& line);
     void ended();
-    void hear(FaultyConnection& connection, std::uint64_t number, const std::string& line);
     Reply replyTo(const std::string& line);
     Reply replyToExtension(const std::string& line);
-    void send(FaultyConnection& connection, std::uint64_t number, const std::string& line);
+    void answer(FaultyConnection& connection, std::uint64_t number, const std::string& line);
     void spoil(const std::string& line);
     void matched(std::uint64_t number, std::int64_t code);
     std::string garbage();
-    double draw(double most) { return std::uniform_real_distribution(0.0, most)(random_); }
+    double uniform(double most) { return std::uniform_real_distribution(0.0, most)(random_); }
     std::size_t pick(std::size_t count) { return random_() % count; }
     bool strikes(Fault fault);
 
