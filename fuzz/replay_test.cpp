@@ -1,19 +1,21 @@
 // Every seed and every input that ever failed, through its check. A check that does not hold ends
-// the program; the input then stands in the line before.
+// the program; the input stands in the line before.
 
 #include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "checks.h"
+#include "require.h"
+#include "support/running_case.h"
 
 namespace veloran::fuzz {
 
@@ -25,13 +27,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string present;  // the input under check
+const fs::path kRoot = fs::path(VELORAN_SOURCE_DIR) / "fuzz";
 
-void tellInput(int) {
-    const auto written = write(STDERR_FILENO, present.data(), present.size());
-    std::signal(SIGABRT, SIG_DFL);
-    if (written >= 0) std::raise(SIGABRT);
-}
+constexpr unsigned kMostSeconds = 10;  // as tools/fuzz lets an input last
 
 std::vector<fs::path> inputsIn(const fs::path& directory) {
     std::vector<fs::path> paths;
@@ -46,26 +44,38 @@ std::string content(const fs::path& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+void replay(const Check& check, const fs::path& input) {
+    const test::RunningCase running(input.string(), kMostSeconds);
+    check.run(content(input));
+}
+
 class HostileInput : public ::testing::TestWithParam<Check> {};
 
 TEST_P(HostileInput, LeavesThePropertiesAsTheyAre) {
-    const fs::path root = fs::path(VELORAN_SOURCE_DIR) / "fuzz";
-    const auto seeds = inputsIn(root / "corpus" / GetParam().name);
+    const auto& check = GetParam();
+    const auto seeds = inputsIn(kRoot / "corpus" / check.name);
     ASSERT_FALSE(seeds.empty()) << "tools/make_fuzz_seeds makes them";
-    const auto previous = std::signal(SIGABRT, tellInput);
-    present = "input: none\n";
-    GetParam().run({});
-    for (const auto& directory : {"corpus", "findings"}) {
-        for (const auto& path : inputsIn(root / directory / GetParam().name)) {
-            present = "input: " + path.string() + "\n";
-            GetParam().run(content(path));
-        }
-    }
-    std::signal(SIGABRT, previous);
+    replay(check, "/dev/null");
+    for (const auto& path : seeds) replay(check, path);
+    for (const auto& path : inputsIn(kRoot / "findings" / check.name)) replay(check, path);
 }
 
 INSTANTIATE_TEST_SUITE_P(Fuzz, HostileInput, ::testing::ValuesIn(checks().begin(), checks().end()),
                          [](const auto& check) { return std::string(check.param.name); });
+
+TEST(HostileInputDeathTest, NamesTheInputThatEndsTheProgram) {
+    const Check check{"none", [](std::string_view) { require(false, "anything"); }};
+    EXPECT_DEATH(replay(check, "/dev/null"), "/dev/null\nveloran: not so: anything");
+}
+
+TEST(HostileInputDeathTest, AnInputThatNeverEndsEndsTheProgram) {
+    EXPECT_DEATH(
+        {
+            const test::RunningCase running("endless", 1);
+            while (true) pause();
+        },
+        "endless\nveloran: the case above takes too long");
+}
 
 }  // namespace
 }  // namespace veloran::fuzz

@@ -17,6 +17,7 @@
 #include "support/faults.h"
 #include "support/faulty_radio.h"
 #include "support/queue_world.h"
+#include "support/running_case.h"
 #include "support/seeds.h"
 
 namespace veloran::test {
@@ -25,6 +26,7 @@ namespace {
 constexpr unsigned kSeeds = 300;
 constexpr int kSteps = 600;  // of a tenth of a second, so a minute of trouble
 constexpr double kStep = 0.1;
+constexpr unsigned kMostSeconds = 60;  // of real time
 constexpr double kHz = 10;
 constexpr std::int64_t kBody = 44909;
 constexpr const char* kName = "RS-44 & BREEZE";
@@ -386,7 +388,7 @@ TEST(FaultSeeds, ProgramSettlesWhenItFallsQuiet) {
     const unsigned first = given.value_or(1);
     const unsigned last = given.value_or(kSeeds);
     for (unsigned seed = first; seed <= last && !HasFailure(); ++seed) {
-        SCOPED_TRACE(fmt::format("VELORAN_SEED={}", seed));
+        const RunningCase running(fmt::format("VELORAN_SEED={}", seed), kMostSeconds);
         TroubledDay(seed, outcome).play();
     }
     if (HasFailure()) return;

@@ -11,6 +11,7 @@
 
 #include "support/queue_world.h"
 #include "support/radio_server.h"
+#include "support/running_case.h"
 #include "support/seeds.h"
 
 namespace veloran::test {
@@ -18,6 +19,7 @@ namespace {
 
 constexpr int kSeeds = 100;
 constexpr int kSeconds = 3 * 3600;
+constexpr unsigned kMostSeconds = 60;  // of real time
 constexpr std::int64_t kBodies = 8;
 
 /// Proof that the seeds reach what they are meant to reach.
@@ -358,7 +360,7 @@ TEST(QueueSeeds, KeepTheQueuesPromises) {
     const unsigned first = given.value_or(1);
     const unsigned last = given.value_or(kSeeds);
     for (unsigned seed = first; seed <= last && !HasFailure(); ++seed) {
-        SCOPED_TRACE(fmt::format("VELORAN_SEED={}", seed));
+        const RunningCase running(fmt::format("VELORAN_SEED={}", seed), kMostSeconds);
         RandomDay(seed, tally).play();
     }
     fmt::print(
