@@ -1,7 +1,7 @@
 // Every seed and every input that ever failed, through its check. A check that does not hold ends
 // the program; the input stands in the line before.
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -26,6 +26,8 @@ void PrintTo(const Check& check, std::ostream* out) {
 namespace {
 
 namespace fs = std::filesystem;
+using ::testing::IsSubsetOf;
+using ::testing::UnorderedElementsAreArray;
 
 const fs::path kRoot = fs::path(VELORAN_SOURCE_DIR) / "fuzz";
 
@@ -42,6 +44,13 @@ std::vector<fs::path> inputsIn(const fs::path& directory) {
 std::string content(const fs::path& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// Of what lies in a directory of fuzz/, a check each.
+std::vector<std::string> checksIn(const fs::path& directory) {
+    std::vector<std::string> names;
+    for (const auto& path : inputsIn(directory)) names.push_back(path.stem().string());
+    return names;
 }
 
 void replay(const Check& check, const fs::path& input) {
@@ -62,6 +71,14 @@ TEST_P(HostileInput, LeavesThePropertiesAsTheyAre) {
 
 INSTANTIATE_TEST_SUITE_P(Fuzz, HostileInput, ::testing::ValuesIn(checks().begin(), checks().end()),
                          [](const auto& check) { return std::string(check.param.name); });
+
+TEST(HostileInputLists, EveryTargetIsACheckAndEveryInputHasOne) {
+    std::vector<std::string> names;
+    for (const auto& check : checks()) names.emplace_back(check.name);
+    EXPECT_THAT(checksIn(kRoot / "targets"), UnorderedElementsAreArray(names));
+    EXPECT_THAT(checksIn(kRoot / "corpus"), UnorderedElementsAreArray(names));
+    EXPECT_THAT(checksIn(kRoot / "findings"), IsSubsetOf(names));
+}
 
 TEST(HostileInputDeathTest, NamesTheInputThatEndsTheProgram) {
     const Check check{"none", [](std::string_view) { require(false, "anything"); }};
