@@ -7,32 +7,25 @@
 #include <vector>
 
 #include "checks.h"
-#include "core/maidenhead.h"
 #include "core/setting_limits.h"
 #include "elements/user_tle_source.h"
 #include "qt/settings_file.h"
 #include "require.h"
+#include "setting_properties.h"
 #include "support/core_world.h"
 
 namespace veloran::fuzz {
 
 namespace {
 
-bool lies(double value, double lowest, double highest) {
-    return value >= lowest && value <= highest;
-}
-
 void requireLimits(const AppState& app) {
-    require(lies(app.obsLatitude, kLowestLatitude, kLargestNumber), "latitude");
-    require(lies(app.obsLongitude, kLowestLongitude, kLargestNumber), "longitude");
-    require(lies(app.obsAltitude, -kLargestNumber, kLargestNumber), "altitude");
+    requireBearableSettings(app);
     require(lies(app.obs2Latitude, kLowestLatitude, kLargestNumber), "second latitude");
     require(lies(app.obs2Longitude, kLowestLongitude, kLargestNumber), "second longitude");
-    require(app.rigPort > 0 && app.rigPort <= kHighestPort, "port");
+    require(app.rigPort > 0, "port");
     require(lies(app.dopplerUpdateHz, 0.001, 1000), "update rate");
     require(lies(app.minAutoTrackElevation, -kLargestNumber, kLargestNumber), "lowest elevation");
     require(lies(app.timelineHoursVisible, 0.01, 24 * 366), "hours of the timeline");
-    require(readsAsLocator(app.gridLocator.get()), "locator");
 }
 
 auto persisted(const AppState& app) {

@@ -8,8 +8,8 @@
 
 #include "base/text.h"
 #include "checks.h"
-#include "core/setting_limits.h"
 #include "require.h"
+#include "setting_properties.h"
 #include "support/core_world.h"
 #include "ui/settings/settings_form.h"
 
@@ -36,8 +36,7 @@ void requireTaken(const AppState& app, const AppState& before, const SettingsTex
             "an altitude is taken or stays");
     require(app.rigPort == readPort(typed.port).value_or(before.rigPort), "a port is or stays");
     require(app.rigHost.get() == typed.host, "a host is taken as it stands");
-    const double rate = app.dopplerUpdateHz;
-    require(rate >= 1 && rate <= 50, "a rate keeps its limits");
+    require(lies(app.dopplerUpdateHz, 1, 50), "a rate keeps its limits");
     require(canHaveLocator(app.obsLatitude, app.obsLongitude) &&
                 app.gridLocator.get() == toMaidenhead(app.obsLatitude, app.obsLongitude),
             "the locator follows");
@@ -68,6 +67,7 @@ void checkTypedNumbers(std::string_view bytes) {
     app.satellites = app.celestialBodies();
     applySettings(app, typed);
     world.machine.loop.runPosted();
+    requireBearableSettings(app);
     requireTaken(app, *untouched.app, typed);
     requireSky(app);
 
