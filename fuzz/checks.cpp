@@ -13,7 +13,8 @@ std::span<const Check> checks() {
                                         {"rig_bytes", checkRigBytes},
                                         {"stored_settings", checkStoredSettings},
                                         {"locators", checkLocators},
-                                        {"typed_numbers", checkTypedNumbers}};
+                                        {"typed_numbers", checkTypedNumbers},
+                                        {"gunzip", checkGunzip}};
     return kChecks;
 }
 

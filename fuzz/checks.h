@@ -18,6 +18,7 @@ void checkRigBytes(std::string_view bytes);
 void checkStoredSettings(std::string_view bytes);
 void checkLocators(std::string_view bytes);
 void checkTypedNumbers(std::string_view bytes);
+void checkGunzip(std::string_view bytes);
 
 struct Check {
     std::string_view name;  ///< of its file in targets/ and of its directories of inputs
