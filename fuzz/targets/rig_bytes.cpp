@@ -1,8 +1,11 @@
 // Bytes of a radio server, through framer, reply queue and client. The input is a script of one
 // letter for each step; '<' is followed by a length byte and that many bytes of the server.
 
+#include <cstddef>
 #include <deque>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -90,7 +93,8 @@ void checkMatching(std::string_view bytes) {
     require(framer.buffered() == all.substr(all.rfind('\n') + 1), "the rest of a line waits");
 }
 
-/// The client with the network of the simulated machine. Commands that report are numbered.
+/// The client with the network of the simulated machine. Every command that waits for a reply has a
+/// number; those that report prove that all before them were answered too, and none behind.
 class ClientWorld {
   public:
     ClientWorld() {
@@ -107,6 +111,7 @@ class ClientWorld {
         } else if (!playServer(step)) {
             playClient(step);
         }
+        if (step == '.' || step == 't' || step == 'T') requireToldOfAnswered();
         require(!client_->satModeArmed() || client_->lastArmedName(), "an armed radio has a name");
     }
 
@@ -139,7 +144,7 @@ class ClientWorld {
         if (step == 'j') return machine_.loop.jumpClock(-60), true;
         if (step == 'e') return machine_.tcp.failLatestSend(), true;
         if (step == 'p') return report(TcpState::preparing), true;
-        if (step == 'r') return report(TcpState::ready), true;
+        if (step == 'r') return reportReady(server), true;
         if (step == 'w') return report(TcpState::waiting), true;
         if (step == 'f') return report(TcpState::failed), true;
         if (step == 'x') return report(TcpState::cancelled), true;
@@ -150,38 +155,92 @@ class ClientWorld {
     void playClient(char step) {
         if (step == 'c') client_->connect("radio.test", 4532, [this](bool) { ++told_; });
         if (step == 'X') client_->disconnect();
-        if (step == 'D') client_->detectCapabilities();
+        if (step == 'D') {
+            expectEntry(client_->isConnected() && !client_->forceClassic,
+                        [this] { client_->detectCapabilities(); });
+        }
         if (step == 'C') client_->forceClassic = !client_->forceClassic;
         if (step == 'F') client_->setFrequency(145'800'000.5);
         if (step == 'M') client_->setMode("USB", 2400);
-        if (step == 'G') client_->getFrequency([this](std::optional<double>) { ++told_; });
-        if (step == 'd') client_->satDL(145'800'000, 3000.25, -20.5);
-        if (step == 'u') client_->satUL(435'000'000, -3000.25, std::nullopt);
+        if (step == 'G') askFrequency();
+        if (step == 'd') {
+            expectEntry(isArmed(), [this] { client_->satDL(145'800'000, 3000.25, -20.5); });
+        }
+        if (step == 'u') {
+            expectEntry(isArmed() && !client_->ulUnsupported(),
+                        [this] { client_->satUL(435'000'000, -3000.25, std::nullopt); });
+        }
         if (step == 'a') issue([&](auto done) { client_->satAOS("ISS (ZARYA)", std::move(done)); });
         if (step == 'l') issue([&](auto done) { client_->satLOS(std::move(done)); });
     }
 
+    bool speaks() const {
+        return client_->isConnected() && client_->protocolMode() == RigProtocolMode::satProtoV1;
+    }
+    bool isArmed() const { return speaks() && client_->satModeArmed(); }
+
+    /// The command waits for a reply, or is not sent.
+    template <class Command>
+    void expectEntry(bool expected, Command command) {
+        const auto before = client_->pendingResponses();
+        command();
+        noteEntries(before, expected);
+    }
+    void noteEntries(std::size_t before, bool expected) {
+        const std::size_t more = expected ? 1 : 0;
+        require(client_->pendingResponses() == before + more,
+                "a command waits for its reply where it is sent, and only there");
+        entered_ += more;
+    }
+    /// A connection that becomes ready is probed at once: the tasks before and behind the report
+    /// see whether the probe waits.
+    void reportReady(test::ScriptedConnection* server) {
+        if (!server) return;
+        const auto before = std::make_shared<std::size_t>(0);
+        machine_.loop.post([this, before] { *before = client_->pendingResponses(); });
+        server->report(TcpState::ready);
+        machine_.loop.post([this, before] { noteEntries(*before, !client_->forceClassic); });
+    }
+    std::size_t answered() const { return entered_ - client_->pendingResponses(); }
+
+    void requireToldOfAnswered() const {
+        require(waiting_.empty() || waiting_.front() > answered(), "an answered command is told");
+    }
+
+    /// Passes by the queue: bytes that come in go to it or to the framer.
+    void askFrequency() {
+        const auto answers = std::make_shared<int>(0);
+        const bool connected = client_->isConnected();
+        client_->getFrequency([answers, connected](std::optional<double> hz) {
+            require(++*answers == 1, "a frequency is told once");
+            require(connected || !hz, "no frequency comes without a connection");
+        });
+        require(*answers == (connected ? 0 : 1), "a frequency is told inside the call if absent");
+    }
+
     template <class Command>
     void issue(Command command) {
-        const int tag = issued_++;
+        const auto number = entered_ + 1;
         insideCall_ = true;
         refused_ = false;
-        waiting_.push_back(tag);
-        command([this, tag](std::int64_t code) {
+        waiting_.push_back(number);
+        expectEntry(speaks(), [&] { command(completionOf(number)); });
+        insideCall_ = false;
+        require(refused_ == !speaks(), "a command is sent where the server knows it");
+    }
+
+    std::function<void(std::int64_t)> completionOf(std::size_t number) {
+        return [this, number](std::int64_t code) {
             if (insideCall_) {
-                require(code == -1 && waiting_.back() == tag, "a command not sent says so");
+                require(code == -1 && waiting_.back() == number, "a command not sent says so");
                 waiting_.pop_back();
                 refused_ = true;
                 return;
             }
-            require(!waiting_.empty() && waiting_.front() == tag,
+            require(!waiting_.empty() && waiting_.front() == number && number <= answered(),
                     "replies are matched first in, first out, and once");
             waiting_.pop_front();
-        });
-        insideCall_ = false;
-        const bool speaks =
-            client_->isConnected() && client_->protocolMode() == RigProtocolMode::satProtoV1;
-        require(refused_ == !speaks, "a command is sent where the server knows it");
+        };
     }
 
     void requireWholeLines() const {
@@ -194,8 +253,8 @@ class ClientWorld {
 
     test::SimulatedMachine machine_;
     std::shared_ptr<RigctldClient> client_ = RigctldClient::create(machine_.tcp, machine_.loop);
-    std::deque<int> waiting_;
-    int issued_ = 0;
+    std::size_t entered_ = 0;          // commands and probes that waited for a reply so far
+    std::deque<std::size_t> waiting_;  // those of them that report
     int told_ = 0;
     bool insideCall_ = false;
     bool refused_ = false;  // the latest command, inside its call
