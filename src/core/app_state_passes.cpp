@@ -30,10 +30,7 @@ std::optional<Instant> firstRise(const PassList& passes, Instant now) {
 /// The bodies with an orbit, as indices, in the order in which they are searched.
 std::vector<std::size_t> searchOrderOf(const std::vector<SatellitePtr>& selected,
                                        const AppState& state) {
-    std::set<std::int64_t> queued;
-    for (const auto& id : state.queuedPassIds.get()) {
-        if (const auto number = passQueueNumber(id)) queued.insert(*number);
-    }
+    const std::set<std::int64_t> queued = passQueueNumbers(state.queuedPassIds);
     const auto& shown = state.selectedPass.get();
     const Instant now = state.now();
     std::vector<SearchBody> bodies;

@@ -96,6 +96,14 @@ std::optional<std::int64_t> passQueueNumber(std::string_view id) {
     return parseInt64(id.substr(0, id.find('-', 1)));
 }
 
+std::set<std::int64_t> passQueueNumbers(const QueueIds& ids) {
+    std::set<std::int64_t> numbers;
+    for (const auto& id : ids) {
+        if (const auto number = passQueueNumber(id)) numbers.insert(*number);
+    }
+    return numbers;
+}
+
 QueuedPassRef makePassRef(std::int64_t noradId, const std::string& satName,
                           const PredictedPass& pass) {
     return {passQueueId(noradId, pass.riseTime),

@@ -28,6 +28,8 @@ using QueueIds = std::set<std::string>;
 std::string passQueueId(std::int64_t noradId, Instant riseTime);
 /// The NORAD number of an identifier.
 std::optional<std::int64_t> passQueueNumber(std::string_view id);
+/// Those of all entries.
+std::set<std::int64_t> passQueueNumbers(const QueueIds& ids);
 
 /// A pass in the queue, as it is shown.
 struct QueuedPassRef {

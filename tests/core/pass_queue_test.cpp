@@ -42,6 +42,8 @@ TEST(PassQueueId, TellsItsNumber) {
     EXPECT_EQ(passQueueNumber("-1-817000000"), -1);
     EXPECT_EQ(passQueueNumber("x-817000000"), std::nullopt);
     EXPECT_EQ(passQueueNumber(""), std::nullopt);
+    EXPECT_EQ(passQueueNumbers({"44909-1", "44909-2", "-1-3", "x-4"}),
+              (std::set<std::int64_t>{-1, 44909}));
 }
 
 TEST(QueuedPassRefs, AreEqualOnlyInEveryField) {

@@ -5,8 +5,11 @@
 
 namespace veloran {
 
-const QPixmap& KeptBaseMap::pixmap(const View& view, const QImage& earth, bool isMoving) {
-    const bool isKept = !kept_.isNull() && view == view_ && themeRevision_ == Theme::revision();
+const QPixmap& KeptBaseMap::pixmap(const View& view, const QImage& earth, bool isMoving,
+                                   bool mayStretch) {
+    const bool isOfTheme = !kept_.isNull() && themeRevision_ == Theme::revision();
+    if (mayStretch && isOfTheme && view.style == view_.style) return kept_;
+    const bool isKept = isOfTheme && view == view_;
     if (isKept && (isMoving || !isCoarse_)) return kept_;
 
     isCoarse_ = isMoving && fullMilliseconds_ > kSlowMilliseconds;

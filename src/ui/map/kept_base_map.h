@@ -20,8 +20,10 @@ class KeptBaseMap {
         bool operator==(const View&) const = default;
     };
 
-    /// A frame of a moving picture may be coarser when whole ones take too long.
-    const QPixmap& pixmap(const View& view, const QImage& earth, bool isMoving);
+    /// A frame of a moving picture may be coarser when whole ones take too long. The picture may be
+    /// of another size than the view, to be stretched, if `mayStretch`.
+    const QPixmap& pixmap(const View& view, const QImage& earth, bool isMoving,
+                          bool mayStretch = false);
     void invalidate() { kept_ = QPixmap(); }
     int drawings() const { return drawings_; }
 

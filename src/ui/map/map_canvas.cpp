@@ -115,18 +115,26 @@ bool MapCanvas::isMoving() const {
 
 void MapCanvas::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    const QPixmap& world = base_.pixmap(
-        {.style = style_, .camera = camera(), .size = size(), .scale = devicePixelRatioF()},
-        earth_.image(), isMoving());
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(rect(), world);
+    drawWorld(painter);
     ScenePainter(painter, Ink::window).draw(scene());
     if (!isFocusMarked_) return;
     painter.setPen(QPen(palette().highlight(), 4));  // half of it lies outside
     painter.drawRect(rect());
 }
 
+void MapCanvas::drawWorld(QPainter& painter) {
+    const bool mayStretch = pace_.mayStretch() && !isMoving();
+    const int before = base_.drawings();
+    const QPixmap& world = base_.pixmap(
+        {.style = style_, .camera = camera(), .size = size(), .scale = devicePixelRatioF()},
+        earth_.image(), isMoving(), mayStretch);
+    if (base_.drawings() != before) pace_.drawnAnew();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, !mayStretch);
+    painter.drawPixmap(rect(), world);
+}
+
 void MapCanvas::resizeEvent(QResizeEvent*) {
+    pace_.resized();
     scene_.reset();
 }
 

@@ -10,8 +10,10 @@
 #include "ui/map/earth_picture.h"
 #include "ui/map/kept_base_map.h"
 #include "ui/map/map_layers.h"
+#include "ui/scene/resize_pace.h"
 
 class QNativeGestureEvent;
+class QPainter;
 class QPinchGesture;
 
 namespace veloran {
@@ -67,6 +69,7 @@ class MapCanvas : public QWidget {
     };
 
     bool isMoving() const;
+    void drawWorld(QPainter& painter);
     void moveTo(const MapCamera& camera);
     void cameraMoved();
     void zoomBy(double factor, scene::Point about);
@@ -88,6 +91,7 @@ class MapCanvas : public QWidget {
     KeptBaseMap base_;
     QTimer frames_;
     QTimer settled_;
+    ResizePace pace_{*this};
     bool isFocusMarked_ = false;
 };
 

@@ -72,23 +72,27 @@ PassRowLook PassListModel::look(int index) const {
 std::vector<RowMoment> PassListModel::momentsNow() const {
     const Instant now = state_->now();
     const auto next = nextPassIndex(rows_, now);
-    const bool hasQueue = !state_->queuedPassIds->empty();
+    const std::set<std::int64_t> queued = passQueueNumbers(state_->queuedPassIds);
     std::vector<RowMoment> moments;
     moments.reserve(rows_.size());
     for (std::size_t i = 0; i < rows_.size(); ++i) {
-        moments.push_back(
-            rowMoment(rows_[i], isSelectedPass(rows_[i], state_->selectedPass),
-                      hasQueue && state_->isPassQueued(*rows_[i].satellite, rows_[i].pass()),
-                      next == i, now));
+        moments.push_back(rowMoment(rows_[i], isSelectedPass(rows_[i], state_->selectedPass),
+                                    isQueued(rows_[i], queued), next == i, now));
     }
     return moments;
+}
+
+/// To make the identifier of every pass would take longer than all else.
+bool PassListModel::isQueued(const PassRow& row, const std::set<std::int64_t>& numbers) const {
+    return !numbers.empty() && numbers.contains(row.satellite->id) &&
+           state_->isPassQueued(*row.satellite, row.pass());
 }
 
 std::optional<int> PassListModel::findPass(std::int64_t satelliteId, Instant riseTime,
                                            Instant setTime) const {
     const auto found = std::ranges::find_if(rows_, [&](const PassRow& row) {
-        return row.satellite->id == satelliteId && row.pass().riseTime <= setTime &&
-               row.pass().setTime >= riseTime;
+        return row.satellite->id == satelliteId && row.riseTime <= setTime &&
+               row.setTime >= riseTime;
     });
     if (found == rows_.end()) return std::nullopt;
     return static_cast<int>(found - rows_.begin());

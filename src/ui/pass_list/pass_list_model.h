@@ -3,6 +3,7 @@
 #include <QAbstractListModel>
 #include <memory>
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "core/app_state.h"
@@ -41,6 +42,7 @@ class PassListModel : public QAbstractListModel {
     bool areSourcesAsShown() const;
     void readSources();
     std::vector<RowMoment> momentsNow() const;
+    bool isQueued(const PassRow& row, const std::set<std::int64_t>& numbers) const;
 
     std::shared_ptr<AppState> state_;
     std::vector<Source> sources_;

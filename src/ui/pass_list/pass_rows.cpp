@@ -26,36 +26,40 @@ double wholeMinutes(double secondsAhead) {
 
 }  // namespace
 
-std::vector<PassRow> sortedPassRows(const std::vector<SatellitePtr>& selectedSatellites) {
+std::vector<PassRow> passRows(const std::vector<SatellitePtr>& satellites) {
     std::vector<PassRow> rows;
-    for (const SatellitePtr& satellite : selectedSatellites) {
-        for (std::size_t i = 0; i < satellite->passes->size(); ++i) {
-            rows.push_back({satellite, satellite->passes, i});
+    for (const SatellitePtr& satellite : satellites) {
+        const PassList& list = *satellite->passes;
+        for (std::size_t i = 0; i < list.size(); ++i) {
+            rows.push_back({satellite, satellite->passes, i, list[i].riseTime, list[i].setTime});
         }
     }
-    std::ranges::stable_sort(rows, {}, [](const PassRow& row) { return row.pass().riseTime; });
     return rows;
 }
 
+std::vector<PassRow> sortedPassRows(const std::vector<SatellitePtr>& selectedSatellites) {
+    return sortedBy([](const PassRow& row) { return row.riseTime.secondsSinceReference; },
+                    passRows(selectedSatellites));
+}
+
 std::optional<std::size_t> nextPassIndex(const std::vector<PassRow>& rows, Instant now) {
-    const auto next = std::ranges::upper_bound(
-        rows, now, {}, [](const PassRow& row) { return row.pass().riseTime; });
+    const auto next =
+        std::ranges::upper_bound(rows, now, {}, [](const PassRow& row) { return row.riseTime; });
     if (next == rows.end()) return std::nullopt;
     return static_cast<std::size_t>(next - rows.begin());
 }
 
 bool isSelectedPass(const PassRow& row, const std::optional<PassInfo>& selectedPass) {
-    return selectedPass && selectedPass->noradId() == row.satellite->id &&
-           selectedPass->pass.riseTime == row.pass().riseTime;
+    return selectedPass && selectedPass->pass.riseTime == row.riseTime &&
+           selectedPass->noradId() == row.satellite->id;
 }
 
 RowMoment rowMoment(const PassRow& row, bool isSelected, bool isQueued, bool isNext, Instant now) {
-    const PredictedPass& pass = row.pass();
     return {.isSelected = isSelected,
             .isQueued = isQueued,
-            .isInProgress = now >= pass.riseTime && now <= pass.setTime,
+            .isInProgress = now >= row.riseTime && now <= row.setTime,
             .isNext = isNext,
-            .aheadSeconds = wholeMinutes(pass.riseTime - now)};
+            .aheadSeconds = wholeMinutes(row.riseTime - now)};
 }
 
 PassRowLook passRowLook(const PassRow& row, const RowMoment& moment) {

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/app_state.h"
@@ -16,9 +18,27 @@ struct PassRow {
     SatellitePtr satellite;
     std::shared_ptr<const PassList> list;
     std::size_t index = 0;
+    Instant riseTime;  ///< with setTime those of the pass: here they are read in passing, while
+    Instant setTime;   ///< tens of thousands of passes lie all over the memory
 
     const PredictedPass& pass() const { return (*list)[index]; }
 };
+
+/// The passes of all bodies, one body after the other.
+std::vector<PassRow> passRows(const std::vector<SatellitePtr>& satellites);
+
+/// By a number of each row; equal ones stay in their order. Looks each row up once.
+template <class NumberOf>
+std::vector<PassRow> sortedBy(NumberOf numberOf, std::vector<PassRow> rows) {
+    std::vector<std::pair<double, std::size_t>> order;
+    order.reserve(rows.size());
+    for (const PassRow& row : rows) order.emplace_back(numberOf(row), order.size());
+    std::ranges::sort(order);
+    std::vector<PassRow> sorted;
+    sorted.reserve(rows.size());
+    for (const auto& [number, row] : order) sorted.push_back(std::move(rows[row]));
+    return sorted;
+}
 
 /// The passes of AppState::allPassesSorted, earliest first.
 std::vector<PassRow> sortedPassRows(const std::vector<SatellitePtr>& selectedSatellites);

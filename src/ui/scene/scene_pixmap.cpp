@@ -8,11 +8,12 @@
 namespace veloran {
 
 void ScenePixmap::draw(QPainter& painter, QSize size,
-                       const std::function<scene::Scene()>& makeScene) {
+                       const std::function<scene::Scene()>& makeScene, bool mayStretch) {
     const qreal scale = painter.device()->devicePixelRatioF();
     const QSize pixels(qRound(size.width() * scale), qRound(size.height() * scale));
-    if (kept_.size() != pixels || kept_.devicePixelRatio() != scale ||
-        themeRevision_ != Theme::revision()) {
+    const bool isFit =
+        !kept_.isNull() && kept_.devicePixelRatio() == scale && themeRevision_ == Theme::revision();
+    if (!isFit || (kept_.size() != pixels && !mayStretch)) {
         kept_ = QPixmap(pixels);
         kept_.setDevicePixelRatio(scale);
         kept_.fill(Qt::transparent);
@@ -20,7 +21,8 @@ void ScenePixmap::draw(QPainter& painter, QSize size,
         QPainter onto(&kept_);
         ScenePainter(onto, ground_).draw(makeScene());
     }
-    painter.drawPixmap(0, 0, kept_);
+    if (kept_.size() == pixels) return painter.drawPixmap(0, 0, kept_);
+    painter.drawPixmap(QRect(QPoint(), size), kept_);
 }
 
 }  // namespace veloran

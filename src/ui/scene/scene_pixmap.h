@@ -15,8 +15,10 @@ class ScenePixmap {
     explicit ScenePixmap(Ink ground = Ink::control) : ground_(ground) {}
 
     void invalidate() { kept_ = QPixmap(); }
-    /// Draws at the painter's origin. `makeScene` is called when nothing fit is kept.
-    void draw(QPainter& painter, QSize size, const std::function<scene::Scene()>& makeScene);
+    /// Draws at the painter's origin. `makeScene` is called when nothing fit is kept; a picture of
+    /// another size is fit if it may be stretched.
+    void draw(QPainter& painter, QSize size, const std::function<scene::Scene()>& makeScene,
+              bool mayStretch = false);
 
   private:
     Ink ground_;

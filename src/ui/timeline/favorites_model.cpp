@@ -42,8 +42,10 @@ FavoritesModel::FavoritesModel(std::shared_ptr<AppState> state, QObject* parent)
     : QAbstractListModel(parent), state_(std::move(state)) {}
 
 void FavoritesModel::setSatellites(std::vector<SatellitePtr> satellites) {
-    std::ranges::stable_sort(satellites, {},
-                             [](const SatellitePtr& s) -> const std::string& { return s->name; });
+    const auto name = [](const SatellitePtr& s) -> const std::string& { return s->name; };
+    if (!std::ranges::is_sorted(satellites, {}, name)) {
+        std::ranges::stable_sort(satellites, {}, name);
+    }
     if (satellites == satellites_) {
         updateLooks();
         return;

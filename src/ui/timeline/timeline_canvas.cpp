@@ -90,15 +90,16 @@ void TimelineCanvas::describe() {
     const Instant now = state_->now();
     const PassRow* next = nullptr;
     for (const PassRow& row : byElevation_) {
-        const bool comesFirst = !next || row.pass().riseTime < next->pass().riseTime;
-        if (row.pass().riseTime > now && comesFirst) next = &row;
+        const bool comesFirst = !next || row.riseTime < next->riseTime;
+        if (row.riseTime > now && comesFirst) next = &row;
     }
     const auto spoken = [now](const PassRow& row) {
         return spokenPass(row.satellite->name, row.pass(), now);
     };
     const auto marked = markedRow();
-    const auto shown = std::ranges::count_if(
-        byElevation_, [at = frame()](const PassRow& row) { return isDrawn(at, row.pass()); });
+    const auto shown = std::ranges::count_if(byElevation_, [at = frame()](const PassRow& row) {
+        return isDrawn(at, row.riseTime, row.setTime);
+    });
     const QString words = qText(timelineSummary(
         static_cast<std::size_t>(shown), next ? std::optional(spoken(*next)) : std::nullopt,
         marked ? std::optional(spoken(byElevation_[*marked])) : std::nullopt));
@@ -119,10 +120,14 @@ void TimelineCanvas::paintEvent(QPaintEvent*) {
     painter.setClipRect(0, 0, width(), plotHeight);
     const QSize plot(width(), plotHeight);
     grid_.draw(painter, plot, [&] { return timelineGridScene(timeline, shown_.threshold); });
-    arches_.draw(painter, plot, [&] {
-        ++archDrawings_;
-        return archesScene(timeline, byElevation_, state_->selectedPass);
-    });
+    arches_.draw(
+        painter, plot,
+        [&] {
+            ++archDrawings_;
+            pace_.drawnAnew();
+            return archesScene(timeline, byElevation_, state_->selectedPass);
+        },
+        pace_.mayStretch());
     // Under the elevations arches shine through, yet leave the figures legible.
     painter.fillRect(0, 0, kScaleWidth, plotHeight, Theme::color(Ink::control, 0.7));
     ScenePainter scene(painter);
@@ -140,6 +145,7 @@ void TimelineCanvas::paintEvent(QPaintEvent*) {
 }
 
 void TimelineCanvas::resizeEvent(QResizeEvent*) {
+    pace_.resized();
     describe();
 }
 
@@ -309,8 +315,8 @@ std::optional<std::size_t> TimelineCanvas::markedRow() const {
     if (!marked_) return std::nullopt;
     const PredictedPass& pass = marked_->pass();
     const auto found = std::ranges::find_if(byElevation_, [&](const PassRow& row) {
-        return row.satellite->id == marked_->satellite->id && row.pass().riseTime <= pass.setTime &&
-               row.pass().setTime >= pass.riseTime;
+        return row.satellite->id == marked_->satellite->id && row.riseTime <= pass.setTime &&
+               row.setTime >= pass.riseTime;
     });
     if (found == byElevation_.end()) return std::nullopt;
     return static_cast<std::size_t>(found - byElevation_.begin());

@@ -8,6 +8,7 @@
 
 #include "core/app_state.h"
 #include "ui/pass_list/pass_rows.h"
+#include "ui/scene/resize_pace.h"
 #include "ui/scene/scene_pixmap.h"
 #include "ui/timeline/timeline_gestures.h"
 #include "ui/timeline/timeline_scene.h"
@@ -90,6 +91,7 @@ class TimelineCanvas : public QWidget {
     ScenePixmap arches_;
     ScenePixmap scale_;
     int archDrawings_ = 0;
+    ResizePace pace_{*this};
 
     DragGesture drag_;
     std::optional<Instant> dragStart_;  ///< the left edge when the present drag began

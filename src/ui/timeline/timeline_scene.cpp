@@ -208,31 +208,24 @@ scene::Scene timelineGridScene(const TimelineFrame& frame, double minAutoTrackEl
 }
 
 std::vector<PassRow> passesByElevation(const std::vector<SatellitePtr>& selectedSatellites) {
-    std::vector<PassRow> rows;
-    for (const SatellitePtr& satellite : selectedSatellites) {
-        for (std::size_t i = 0; i < satellite->passes->size(); ++i) {
-            rows.push_back({satellite, satellite->passes, i});
-        }
-    }
-    std::ranges::stable_sort(rows, {},
-                             [](const PassRow& row) { return peakElevation(row.pass()); });
-    return rows;
+    return sortedBy([](const PassRow& row) { return peakElevation(row.pass()); },
+                    passRows(selectedSatellites));
 }
 
 double peakElevation(const PredictedPass& pass) {
     return std::isnan(pass.maxElevation) ? 90 : pass.maxElevation;
 }
 
-bool isDrawn(const TimelineFrame& frame, const PredictedPass& pass) {
-    const double rise = frame.x(pass.riseTime);
-    const double set = frame.x(pass.setTime);
-    return std::isfinite(rise) && std::isfinite(set) && set >= 0 && rise <= frame.width &&
-           set - rise >= 1;
+bool isDrawn(const TimelineFrame& frame, Instant rise, Instant set) {
+    const double left = frame.x(rise);
+    const double right = frame.x(set);
+    return std::isfinite(left) && std::isfinite(right) && right >= 0 && left <= frame.width &&
+           right - left >= 1;
 }
 
 scene::Scene smoothPassScene(const TimelineFrame& frame, const Satellite& satellite,
                              const PredictedPass& pass, ArchState state) {
-    if (!isDrawn(frame, pass)) return {};
+    if (!isDrawn(frame, pass.riseTime, pass.setTime)) return {};
     constexpr RgbColor kWhite{1, 1, 1};
     const RgbColor color = SatelliteColorPalette::color(satellite.id);
     const double highest = std::clamp(peakElevation(pass), 0.0, 90.0);
@@ -271,7 +264,7 @@ scene::Scene archesScene(const TimelineFrame& frame, const std::vector<PassRow>&
     Layers layers(frame.width);
     std::vector<scene::Scene> arches;
     for (const PassRow& row : std::views::reverse(byElevation)) {
-        if (!isDrawn(frame, row.pass())) continue;
+        if (!isDrawn(frame, row.riseTime, row.setTime)) continue;
         const ArchState state = stateOf(row);
         const bool isSeen = layers.layBeneath(frame, row.pass());
         if (!isSeen && state == ArchState::plain) continue;
@@ -289,11 +282,11 @@ std::optional<std::size_t> tappedPass(const TimelineFrame& frame,
     std::optional<std::size_t> best;
     double highest = -1;
     for (std::size_t i = 0; i < byElevation.size(); ++i) {
-        const PredictedPass& pass = byElevation[i].pass();
-        const bool isUp = frame.x(pass.riseTime) <= x && x <= frame.x(pass.setTime);
-        if (!isUp || !(peakElevation(pass) > highest)) continue;
+        const PassRow& row = byElevation[i];
+        const bool isUp = frame.x(row.riseTime) <= x && x <= frame.x(row.setTime);
+        if (!isUp || !(peakElevation(row.pass()) > highest)) continue;
         best = i;
-        highest = peakElevation(pass);
+        highest = peakElevation(row.pass());
     }
     return best;
 }
@@ -302,10 +295,10 @@ std::vector<std::size_t> drawnPasses(const TimelineFrame& frame,
                                      const std::vector<PassRow>& byElevation) {
     std::vector<std::size_t> drawn;
     for (std::size_t i = 0; i < byElevation.size(); ++i) {
-        if (isDrawn(frame, byElevation[i].pass())) drawn.push_back(i);
+        const PassRow& row = byElevation[i];
+        if (isDrawn(frame, row.riseTime, row.setTime)) drawn.push_back(i);
     }
-    std::ranges::stable_sort(drawn, {},
-                             [&](std::size_t i) { return byElevation[i].pass().riseTime; });
+    std::ranges::stable_sort(drawn, {}, [&](std::size_t i) { return byElevation[i].riseTime; });
     return drawn;
 }
 

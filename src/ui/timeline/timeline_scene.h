@@ -48,8 +48,8 @@ std::vector<PassRow> passesByElevation(const std::vector<SatellitePtr>& selected
 /// Degrees; right at the zenith the computed value may be no number.
 double peakElevation(const PredictedPass& pass);
 
-/// Whether a pass is on screen and wide enough to be seen.
-bool isDrawn(const TimelineFrame& frame, const PredictedPass& pass);
+/// Whether a pass from `rise` to `set` is on screen and wide enough to be seen.
+bool isDrawn(const TimelineFrame& frame, Instant rise, Instant set);
 
 enum class ArchState { plain, hovered, selected };
 

@@ -257,6 +257,25 @@ TEST_F(MapCanvasTest, WorldIsDrawnAnewForCameraStyleSizeAndTheme) {
     Theme::apply(true);
 }
 
+TEST_F(MapCanvasTest, WorldIsStretchedWhileTheSizeChangesAndDrawnAnewWhenItRests) {
+    canvas.grab();
+    int width = 600;
+    // Not as long as the camera has not settled.
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            const int before = canvas.baseMapDrawings();
+            for (int i = 0; i < 3; ++i) {
+                canvas.resize(width = width == 600 ? 601 : 600, 400);
+                canvas.grab();
+            }
+            return canvas.baseMapDrawings() < before + 3;
+        },
+        30000));
+    canvas.resize(700, 400);
+    const int drawings = canvas.baseMapDrawings();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return canvas.baseMapDrawings() > drawings; }, 30000));
+}
+
 TEST_F(MapCanvasTest, SceneFollowsTheCamera) {
     canvas.setLayers({MapSite{{0, -84}, "Home", Symbol::antenna, Ink::cyan}});
     const auto place = [this] { return std::get<scene::Disc>(canvas.scene().at(0)).center; };

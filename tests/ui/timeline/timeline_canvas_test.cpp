@@ -95,6 +95,20 @@ class TimelineCanvasTest : public UiFixture {
     QWidget below;
 };
 
+TEST_F(TimelineCanvasTest, ArchesAreStretchedWhileTheSizeChangesAndDrawnAnewWhenItRests) {
+    canvas.grab();
+    bool isStretched = false;
+    for (int width = 1001; width < 1200 && !isStretched; ++width) {
+        const int before = canvas.archDrawings();
+        canvas.setFixedSize(width, 224);
+        canvas.grab();
+        isStretched = canvas.archDrawings() == before;
+    }
+    ASSERT_TRUE(isStretched);
+    const int drawings = canvas.archDrawings();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return canvas.archDrawings() > drawings; }, 30000));
+}
+
 // ---- Tap.
 
 TEST_F(TimelineCanvasTest, TapSelectsThePassAndAChannelAndStartsNothing) {
