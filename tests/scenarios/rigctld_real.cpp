@@ -2,10 +2,17 @@
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
-#include <QProcess>
 #include <QTcpSocket>
+#include <algorithm>
+#include <array>
+#include <csignal>
 #include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "base/text.h"
@@ -21,24 +28,31 @@ using test::Station;
 using test::steadySeconds;
 using test::TickHistory;
 
-/// Hamlib's rigctld with its dummy radio, as a process of its own.
+/// Hamlib's rigctld with its dummy radio, as a process of its own. Qt starts a process in the
+/// memory of this one, which leaves the thread sanitizer blind to all that this thread does later.
 class Rigctld {
   public:
-    explicit Rigctld(std::uint16_t port) : port_(port) {}
+    explicit Rigctld(std::uint16_t port) : port_(std::to_string(port)) {}
     ~Rigctld() { kill(); }
 
     void start() {
-        process_.start("rigctld", {"-m", "1", "-T", "127.0.0.1", "-t", QString::number(port_)});
-        ASSERT_TRUE(process_.waitForStarted()) << "rigctld is missing";
+        std::array<std::string, 7> words{"rigctld", "-m", "1", "-T", "127.0.0.1", "-t", port_};
+        std::array<char*, 8> arguments{};
+        std::ranges::transform(words, arguments.begin(), [](auto& word) { return word.data(); });
+        const int error =
+            posix_spawnp(&process_, "rigctld", nullptr, nullptr, arguments.data(), environ);
+        if (error != 0) process_ = 0;
+        ASSERT_EQ(error, 0) << "rigctld is missing";
     }
     void kill() {
-        process_.kill();
-        process_.waitForFinished();
+        if (process_ == 0) return;
+        ::kill(process_, SIGKILL);
+        waitpid(std::exchange(process_, 0), nullptr, 0);
     }
 
   private:
-    std::uint16_t port_;
-    QProcess process_;
+    std::string port_;
+    pid_t process_ = 0;
 };
 
 /// A second client of the server, which reads the frequency that the radio has.
