@@ -6,6 +6,7 @@
 #include "ui/detail/detail_panel.h"
 #include "ui/map/satellite_map_view.h"
 #include "ui/pass_list/pass_list_view.h"
+#include "ui/second_timer.h"
 #include "ui/sky_plot/polar_plot_view.h"
 #include "ui/state_refresher.h"
 #include "ui/timeline/sky_track_view.h"
@@ -53,6 +54,15 @@ ContentView::ContentView(std::shared_ptr<AppState> state, const StateRefresher& 
     column->addWidget(makePanes(refresher), 1);
     column->addWidget(new Divider(Qt::Horizontal));
     column->addWidget(detailPanel);
+    connect(&refresher, &StateRefresher::refresh, this, &ContentView::keepSecondsBehindTicks);
+}
+
+/// One for each tick, so that each has all the time up to the next.
+void ContentView::keepSecondsBehindTicks() {
+    if (!state_->isTracking) return;
+    for (auto* timer : findChildren<SecondTimer*>()) {
+        if (timer->moveBehindTick(1000.0 / state_->dopplerUpdateHz)) return;
+    }
 }
 
 void ContentView::paintEvent(QPaintEvent*) {

@@ -29,6 +29,7 @@ class ContentView : public QWidget {
     QWidget* makeLeftPane(const StateRefresher& refresher);
     QWidget* makeRightPane(const StateRefresher& refresher);
     void firstAppearance();
+    void keepSecondsBehindTicks();
 
     std::shared_ptr<AppState> state_;
     bool hasAppeared_ = false;

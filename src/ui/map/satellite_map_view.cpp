@@ -23,7 +23,6 @@ SatelliteMapView::SatelliteMapView(std::shared_ptr<AppState> state, QWidget* par
     connect(controls_, &MapControls::extendedTrackHoursChanged, this, &SatelliteMapView::tick);
     connect(&everySecond_, &QTimer::timeout, this, &SatelliteMapView::tick);
     everySecond_.setObjectName("mapEverySecond");
-    everySecond_.setInterval(1000);
     refresh();
     tick();
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QTimer>
 #include <QWidget>
 #include <memory>
 #include <optional>
@@ -8,6 +7,7 @@
 #include "core/app_state.h"
 #include "ui/map/map_layers.h"
 #include "ui/map/pass_track_cache.h"
+#include "ui/second_timer.h"
 
 namespace veloran {
 
@@ -47,7 +47,7 @@ class SatelliteMapView : public QWidget {
     MapControls* controls_;
     MapContent content_;
     PassTrackCache cache_;
-    QTimer everySecond_;
+    SecondTimer everySecond_;
 };
 
 }  // namespace veloran

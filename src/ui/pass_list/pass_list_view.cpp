@@ -26,7 +26,6 @@ PassListView::PassListView(std::shared_ptr<AppState> state, QWidget* parent)
     connect(rows_, &PassRowsView::picked, this, &PassListView::select);
     connect(rows_, &PassRowsView::queueToggled, this, &PassListView::toggleQueue);
     connect(&everySecond_, &QTimer::timeout, model_, &PassListModel::updateTimes);
-    everySecond_.setInterval(1000);
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QTimer>
 #include <QWidget>
 #include <memory>
 
 #include "core/app_state.h"
 #include "ui/pass_list/conflict_alert.h"
+#include "ui/second_timer.h"
 
 class QModelIndex;
 
@@ -46,7 +46,7 @@ class PassListView : public QWidget {
     TextButton* clear_;
     ValueLabel* count_;
     ConflictAlert conflict_;
-    QTimer everySecond_{this};  ///< while the list is seen
+    SecondTimer everySecond_{this};  ///< while the list is seen
 };
 
 }  // namespace veloran

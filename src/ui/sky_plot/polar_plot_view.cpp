@@ -17,8 +17,6 @@ PolarPlotView::PolarPlotView(std::shared_ptr<AppState> state, QWidget* parent)
         arrange();
     });
     everySecond_.setObjectName("skyEverySecond");
-    everySecond_.setTimerType(Qt::PreciseTimer);
-    everySecond_.setInterval(1000);
     connect(&everySecond_, &QTimer::timeout, this, &PolarPlotView::showSecond);
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QTimer>
 #include <QWidget>
 #include <memory>
 
 #include "core/app_state.h"
+#include "ui/second_timer.h"
 
 namespace veloran {
 
@@ -34,7 +34,7 @@ class PolarPlotView : public QWidget {
 
     DiskView* disk_;
     LookAngleTable* table_;
-    QTimer everySecond_;
+    SecondTimer everySecond_;
 };
 
 }  // namespace veloran

@@ -38,7 +38,6 @@ TimelineCanvas::TimelineCanvas(std::shared_ptr<AppState> state, QWidget* parent)
     grabGesture(Qt::PinchGesture);
     connect(wheelMonitor_, &WheelMonitor::scrolled, this, &TimelineCanvas::zoomByWheel);
     connect(&everySecond_, &QTimer::timeout, this, &TimelineCanvas::updateNow);
-    everySecond_.setInterval(1000);
     shown_ = shownByState();
     describe();
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QTimer>
 #include <QWidget>
 #include <memory>
 #include <optional>
@@ -10,6 +9,7 @@
 #include "ui/pass_list/pass_rows.h"
 #include "ui/scene/resize_pace.h"
 #include "ui/scene/scene_pixmap.h"
+#include "ui/second_timer.h"
 #include "ui/timeline/timeline_gestures.h"
 #include "ui/timeline/timeline_scene.h"
 
@@ -98,7 +98,7 @@ class TimelineCanvas : public QWidget {
     PinchGesture pinch_;
     WheelSteps wheel_;
     WheelMonitor* wheelMonitor_;
-    QTimer everySecond_{this};  ///< while the canvas is seen
+    SecondTimer everySecond_{this};  ///< while the canvas is seen
 };
 
 }  // namespace veloran
