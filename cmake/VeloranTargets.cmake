@@ -46,6 +46,10 @@ function(veloran_tests folder)
         add_executable(${target} ${sources})
         target_link_libraries(${target} PRIVATE veloran_flags veloran_test_support ${ARG_DEPENDS}
                                                 GTest::gmock)
+        if(VELORAN_SANITIZE)
+            # What is tested keeps its optimisation; the tests compile in half the time without.
+            target_compile_options(${target} PRIVATE -O0)
+        endif()
         # A folder that needs more than the stock runner (a QApplication, say) brings its own.
         if(EXISTS "${CMAKE_CURRENT_SOURCE_DIR}/test_main.cpp")
             target_sources(${target} PRIVATE test_main.cpp)
