@@ -37,6 +37,10 @@ endfunction()
 # tests against real servers, files and windows *_real.cpp (label "real").
 function(veloran_tests folder)
     cmake_parse_arguments(ARG "" "" "DEPENDS" ${ARGN})
+    set(timeout 300)  # seconds
+    if(VELORAN_SANITIZE)
+        set(timeout 1200)
+    endif()
     foreach(kind test vectors real)
         file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*_${kind}.cpp")
         if(NOT sources)
@@ -59,6 +63,6 @@ function(veloran_tests folder)
         target_compile_definitions(${target} PRIVATE
             VELORAN_SOURCE_DIR="${PROJECT_SOURCE_DIR}" VELORAN_BINARY_DIR="${PROJECT_BINARY_DIR}")
         gtest_discover_tests(${target} DISCOVERY_MODE PRE_TEST
-            PROPERTIES LABELS "${kind}" TIMEOUT 300 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+            PROPERTIES LABELS "${kind}" TIMEOUT ${timeout} ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
     endforeach()
 endfunction()
