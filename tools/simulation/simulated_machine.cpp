@@ -1,9 +1,9 @@
-#include "support/simulated_machine.h"
+#include "simulation/simulated_machine.h"
 
 #include <algorithm>
 #include <utility>
 
-namespace veloran::test {
+namespace veloran {
 
 // ---- SimulatedLoop
 
@@ -275,4 +275,4 @@ void ScriptedLocation::locate(Completion completion) {
 
 SimulatedMachine::SimulatedMachine(Instant start) : loop(start) {}
 
-}  // namespace veloran::test
+}  // namespace veloran
