@@ -138,8 +138,12 @@ class AppState : public std::enable_shared_from_this<AppState> {
     void updateDopplerRate(double hz);
 
     // ---- The queue (app_state_queue.cpp).
+    /// A pass from an earlier list of the body counts as the one that it has become.
     bool isPassQueued(const Satellite& satellite, const PredictedPass& pass) const;
-    void togglePassQueued(const SatellitePtr& satellite, const PredictedPass& pass);
+    /// The identifier under which it is queued.
+    std::optional<std::string> queuedPassId(const Satellite& satellite,
+                                            const PredictedPass& pass) const;
+    void togglePassQueued(const SatellitePtr& satellite, const PredictedPass& shown);
     void resolveConflictReplace(const PassConflict& conflict);
     void resolveConflictKeepExisting();
     void clearPassQueue();
@@ -200,6 +204,7 @@ class AppState : public std::enable_shared_from_this<AppState> {
 
     void loadTransmitterDB(std::function<void()> then);
     void loadBuiltinTransmitters();
+    const Satellite& presentBody(const Satellite& body) const;
     std::optional<QueueView> queueView() const;
     void startQueueTimerIfNeeded();
     void stopQueueTimerIfEmpty();
@@ -212,7 +217,9 @@ class AppState : public std::enable_shared_from_this<AppState> {
     void showSatellites(std::vector<SatellitePtr> bodies, double oldestElements);
 
     struct PassRun;
-    void storePasses(PassRun& run, std::size_t index, std::shared_ptr<const PassList> passes);
+    void storePasses(PassRun& run, std::size_t index, PassList found);
+    void replacePasses(Satellite& body, PassList found, const PassRun& run);
+    void carryQueueOver(const Satellite& body, const PassList& former);
     void finishPasses(const PassRun& run);
     void showProgress(const PassRun& run);
 
@@ -256,7 +263,9 @@ class AppState : public std::enable_shared_from_this<AppState> {
     std::unique_ptr<Timer> passUpdateTimer_;
     std::unique_ptr<Timer> passQueueTimer_;
     SerialWork importWork_;
-    std::uint64_t passRuns_ = 0;  // begun so far
+    std::uint64_t passRuns_ = 0;                 // begun so far
+    std::uint64_t catalogues_ = 0;               // shown so far
+    std::optional<QueuedPassRef> followedPass_;  // see QueueView::followed
     TransmitterMap transmitterDB_;
     LiveGeoCache liveGeoCache_;
     TickAnglesFn tickAngles_;

@@ -1,6 +1,7 @@
 // Start-up and reloads: element sets in, one sorted list of bodies out.
 
 #include <algorithm>
+#include <unordered_map>
 #include <utility>
 
 #include "core/app_state.h"
@@ -20,6 +21,19 @@ SatellitePtr makeSatellite(TLEData tle) {
     satellite->tle = std::move(tle);
     satellite->initOrbit();
     return satellite;
+}
+
+/// The new bodies know the passes of those whose places they take.
+void inheritPasses(const std::vector<SatellitePtr>& before,
+                   const std::vector<SatellitePtr>& bodies) {
+    std::unordered_map<std::int64_t, const Satellite*> earlier;
+    for (const auto& body : before) {
+        if (body->formerPasses()) earlier.emplace(body->id, body.get());
+    }
+    for (const auto& body : bodies) {
+        const auto found = earlier.find(body->id);
+        if (found != earlier.end()) body->inheritPasses(*found->second);
+    }
 }
 
 double oldestAge(const TLEManager& manager, const std::vector<std::string>& keys) {
@@ -76,7 +90,9 @@ void AppState::showSatellites(std::vector<SatellitePtr> bodies, double oldestEle
     for (auto& body : celestialBodies()) bodies.push_back(std::move(body));
     std::stable_sort(bodies.begin(), bodies.end(),
                      [](const auto& a, const auto& b) { return a->name < b->name; });
+    inheritPasses(satellites, bodies);
     satellites = std::move(bodies);
+    ++catalogues_;
 
     if (selectedSatelliteIds->empty()) selectDefaults();
     isLoadingTLEs = false;

@@ -13,6 +13,7 @@ namespace veloran {
 namespace {
 
 constexpr double kHoursAhead = 24;
+constexpr double kHourSeconds = 3600;
 constexpr double kLowestPeakDegrees = 2;  // what is listed; the queue has its own threshold
 constexpr double kStepSeconds = 30;
 constexpr std::size_t kManyBodies = 200;  // a search of fewer is over before one has read of it
@@ -32,11 +33,12 @@ std::vector<std::size_t> searchOrderOf(const std::vector<SatellitePtr>& selected
                                        const AppState& state) {
     const std::set<std::int64_t> queued = passQueueNumbers(state.queuedPassIds);
     const auto& shown = state.selectedPass.get();
+    const auto& tracked = state.trackingSatellite.get();
     const Instant now = state.now();
     std::vector<SearchBody> bodies;
     bodies.reserve(selected.size());
     for (const auto& body : selected) {
-        bodies.push_back({.isTracked = body == state.trackingSatellite.get(),
+        bodies.push_back({.isTracked = tracked && tracked->id == body->id,
                           .isShown = shown && shown->noradId() == body->id,
                           .isQueued = queued.contains(body->id),
                           .isNew = body->passRun == 0,
@@ -54,6 +56,8 @@ std::vector<std::size_t> searchOrderOf(const std::vector<SatellitePtr>& selected
 /// stands, whichever comes in last.
 struct AppState::PassRun {
     std::uint64_t number = 0;
+    std::uint64_t catalogue = 0;  ///< which of the catalogues `selected` is from
+    PassSearch search;
     std::vector<SatellitePtr> selected;
     std::size_t unfinished = 0;
     std::size_t orbits = 0;
@@ -62,6 +66,10 @@ struct AppState::PassRun {
 void AppState::computeAllPasses() {
     auto run = std::make_shared<PassRun>();
     run->number = ++passRuns_;
+    run->catalogue = catalogues_;
+    const Instant start = now();
+    run->search = {start, start + kHoursAhead * kHourSeconds, obsLatitude, obsLongitude,
+                   obsAltitude};
     run->selected = selectedSatellites();
     const auto order = searchOrderOf(run->selected, *this);
     run->unfinished = run->orbits = order.size();
@@ -74,7 +82,6 @@ void AppState::computeAllPasses() {
         });
         return;
     }
-    const Instant start = now();
     // One task for each body, so that every processor core is used. A task gets values only (time,
     // observer and the shared constant orbit) and gives back a whole list.
     for (const std::size_t i : order) {
@@ -83,27 +90,38 @@ void AppState::computeAllPasses() {
              predictor = makePassPredictor(*run->selected[i], obsLatitude, obsLongitude,
                                            obsAltitude)]() mutable {
                 if (weak.expired()) return;
-                auto passes = std::make_shared<const PassList>(
-                    predictor.findPasses(start, kHoursAhead, kLowestPeakDegrees, kStepSeconds));
+                auto passes =
+                    predictor.findPasses(start, kHoursAhead, kLowestPeakDegrees, kStepSeconds);
                 // Moved, so that the bodies of the run are let go on the main thread.
-                loop.post([weak, run = std::move(run), i, passes = std::move(passes)] {
-                    if (const auto self = weak.lock()) self->storePasses(*run, i, passes);
+                loop.post([weak, run = std::move(run), i, passes = std::move(passes)]() mutable {
+                    if (const auto self = weak.lock()) {
+                        self->storePasses(*run, i, std::move(passes));
+                    }
                 });
             },
             WorkerPool::Priority::computation);
     }
 }
 
-void AppState::storePasses(PassRun& run, std::size_t index,
-                           std::shared_ptr<const PassList> passes) {
+void AppState::storePasses(PassRun& run, std::size_t index, PassList found) {
     auto& body = *run.selected[index];
     if (run.number > body.passRun) {
         body.passRun = run.number;
-        body.passes = std::move(passes);
+        replacePasses(body, std::move(found), run);
     }
     --run.unfinished;
     showProgress(run);
     if (run.unfinished == 0) finishPasses(run);
+}
+
+void AppState::replacePasses(Satellite& body, PassList found, const PassRun& run) {
+    const auto former = body.formerPasses();
+    if (former) found = renewedPasses(std::move(found), run.search, *former);
+    body.passes = std::make_shared<const PassList>(std::move(found));
+    body.passSearch = run.search;
+    body.inherited.reset();
+    // The queue goes by the bodies of the present catalogue.
+    if (former && run.catalogue == catalogues_) carryQueueOver(body, *former->list);
 }
 
 void AppState::showProgress(const PassRun& run) {

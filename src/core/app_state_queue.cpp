@@ -1,5 +1,6 @@
 // The queue of marked passes: the clock starts and ends their sessions.
 
+#include <algorithm>
 #include <utility>
 
 #include "core/app_state.h"
@@ -22,23 +23,30 @@ std::vector<QueueBody> queueBodies(const std::vector<SatellitePtr>& satellites) 
 }  // namespace
 
 bool AppState::isPassQueued(const Satellite& satellite, const PredictedPass& pass) const {
-    return queuedPassIds->contains(passQueueId(satellite.id, pass.riseTime));
+    return queuedPassId(satellite, pass).has_value();
 }
 
-void AppState::togglePassQueued(const SatellitePtr& satellite, const PredictedPass& pass) {
-    const auto id = passQueueId(satellite->id, pass.riseTime);
+std::optional<std::string> AppState::queuedPassId(const Satellite& satellite,
+                                                  const PredictedPass& pass) const {
+    return queuedIdOf(queueBody(satellite), queuedPassIds, pass);
+}
+
+void AppState::togglePassQueued(const SatellitePtr& satellite, const PredictedPass& shown) {
+    const QueueBody body = queueBody(*satellite);
     auto ids = queuedPassIds.get();
-    if (ids.erase(id) > 0) {
+    if (const auto id = queuedIdOf(body, ids, shown)) {
+        ids.erase(*id);
         queuedPassIds = std::move(ids);
         stopQueueTimerIfEmpty();
         return;
     }
+    const PredictedPass& pass = presentPass(body, shown);
     if (auto existing = findConflict(queueBodies(selectedSatellites()), ids, pass)) {
         pendingPassConflict =
             PassConflict{std::move(*existing), makePassRef(satellite->id, satellite->name, pass)};
         return;
     }
-    ids.insert(id);
+    ids.insert(passQueueId(satellite->id, pass.riseTime));
     queuedPassIds = std::move(ids);
     startQueueTimerIfNeeded();
 }
@@ -71,13 +79,20 @@ void AppState::stopQueueTimerIfEmpty() {
     if (queuedPassIds->empty()) passQueueTimer_.reset();
 }
 
+/// The body of the present catalogue in place of one from before a reload, once its passes are
+/// there.
+const Satellite& AppState::presentBody(const Satellite& body) const {
+    const auto found = std::ranges::find(satellites.get(), body.id, &Satellite::id);
+    return found != satellites->end() && !(*found)->passes->empty() ? **found : body;
+}
+
 /// Absent for a session without a body, which is left alone.
 std::optional<QueueView> AppState::queueView() const {
     const auto& tracked = trackingSatellite.get();
     if (isTracking && !tracked) return std::nullopt;
     return QueueView{queueBodies(selectedSatellites()),
-                     isTracking ? std::optional(queueBody(*tracked)) : std::nullopt,
-                     queuedPassIds.get(), minAutoTrackElevation};
+                     isTracking ? std::optional(queueBody(presentBody(*tracked))) : std::nullopt,
+                     queuedPassIds.get(), minAutoTrackElevation, followedPass_};
 }
 
 std::vector<QueueEntry> AppState::queueEntries() const {
@@ -90,6 +105,7 @@ void AppState::processPassQueue() {
     if (!view) return;
     const auto decision = decideQueue(*view, now());
     const auto selected = selectedSatellites();
+    followedPass_ = decision.followed;
     if (decision.stop) stopTracking();
     if (!decision.start) return;
     const auto& satellite = selected[decision.start->body];
@@ -97,6 +113,24 @@ void AppState::processPassQueue() {
     selectedPass = PassInfo{UniqueId::make(), satellite, passes[decision.start->pass],
                             preferredTransmitter(*satellite)};
     startTracking(satellite, preferredTransmitter(*satellite));
+    followedPass_ = decision.followed;
+}
+
+/// A new list gives passes other identifiers: what stands for one goes along.
+void AppState::carryQueueOver(const Satellite& body, const PassList& former) {
+    auto& pending = pendingPassConflict.get();
+    QueueIds ids = queuedPassIds;
+    QueueIds known = ids;
+    if (pending) known.insert({pending->existing.id, pending->incoming.id});
+    auto conflict = pending;
+    for (const auto& [id, present] : foundAgain(known, queueBody(body), former)) {
+        if (ids.erase(id) > 0) ids.insert(present.id);
+        if (followedPass_ && followedPass_->id == id) followedPass_ = present;
+        if (conflict && conflict->existing.id == id) conflict->existing = present;
+        if (conflict && conflict->incoming.id == id) conflict->incoming = present;
+    }
+    if (ids != queuedPassIds.get()) queuedPassIds = std::move(ids);
+    if (conflict != pending) pendingPassConflict = std::move(conflict);
 }
 
 }  // namespace veloran

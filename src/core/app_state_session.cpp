@@ -53,6 +53,7 @@ void AppState::startTracking(SatellitePtr satellite, std::optional<Transmitter> 
 
 void AppState::stopTracking() {
     trackingTimer_.reset();
+    followedPass_.reset();
     isTracking = false;
     trackingSatellite = nullptr;
     if (rigClient_) rigClient_->satLOS();

@@ -8,6 +8,7 @@
 
 #include "base/checked.h"
 #include "base/text.h"
+#include "core/same_pass.h"
 
 namespace veloran {
 
@@ -32,16 +33,26 @@ std::optional<Place> find(const QueueView& view, const std::string& id) {
     return std::nullopt;
 }
 
-/// The queued pass that the running session follows, the grace after its set included.
-const PredictedPass* runningPass(const QueueView& view, Instant now) {
-    if (!view.tracked) return nullptr;
+/// The queued pass around this moment in the list of the tracked body, the grace after its set
+/// included.
+std::optional<QueuedPassRef> listedRunningPass(const QueueView& view, Instant now) {
     for (const auto& pass : *view.tracked->passes) {
         const bool inside = now >= pass.riseTime && now < pass.setTime + kQueueGraceSeconds;
         if (inside && view.queued.contains(passQueueId(view.tracked->noradId, pass.riseTime))) {
-            return &pass;
+            return makePassRef(view.tracked->noradId, view.tracked->name, pass);
         }
     }
-    return nullptr;
+    return std::nullopt;
+}
+
+/// The queued pass that the running session follows.
+std::optional<QueuedPassRef> runningPass(const QueueView& view, Instant now) {
+    if (!view.tracked) return std::nullopt;
+    if (auto listed = listedRunningPass(view, now)) return listed;
+    const auto& followed = view.followed;
+    const bool isStill = followed && followed->noradId == view.tracked->noradId &&
+                         view.queued.contains(followed->id);
+    return isStill ? followed : std::nullopt;
 }
 
 bool underWay(const PredictedPass& pass, Instant now) {
@@ -64,12 +75,25 @@ std::optional<Place> nextStart(const QueueView& view, Instant now) {
     return earliest;
 }
 
-/// The queued pass that the session follows until it sets. It is the session's own copy: the
-/// satellite may have been deselected since, or its passes computed anew.
+/// The queued pass that the session follows until it sets. The lists of the selected bodies need
+/// not hold it: the satellite may have been deselected since.
 std::optional<QueuedPassRef> followedPass(const QueueView& view, Instant now) {
-    const auto* running = runningPass(view, now);
-    if (!running || now >= running->setTime) return std::nullopt;
-    return makePassRef(view.tracked->noradId, view.tracked->name, *running);
+    auto running = runningPass(view, now);
+    return running && now < running->setTime ? running : std::nullopt;
+}
+
+/// Seconds that two passes have in common; not positive without any.
+double commonSeconds(const PredictedPass& a, const PredictedPass& b) {
+    return std::min(a.setTime, b.setTime) - std::max(a.riseTime, b.riseTime);
+}
+
+/// The pass that has most in common with `pass`, and more than half of the shorter.
+const PredictedPass* findAgain(const PassList& list, const PredictedPass& pass) {
+    const auto common = [&pass](const PredictedPass& other) { return commonSeconds(pass, other); };
+    const auto best = std::ranges::max_element(list, {}, common);
+    if (best == list.end()) return nullptr;
+    const double shorter = std::min(pass.setTime - pass.riseTime, best->setTime - best->riseTime);
+    return common(*best) > shorter / 2 ? &*best : nullptr;
 }
 
 /// The state of a pass that is still predicted and that no session follows.
@@ -79,10 +103,18 @@ QueueEntryState stateOf(const QueueView& view, const PredictedPass& pass, Instan
     return view.tracked && underWay(pass, now) ? QueueEntryState::held : QueueEntryState::waiting;
 }
 
-bool isSelected(const QueueView& view, const std::string& id) {
+/// The state of an entry that no list tells of.
+QueueEntryState stateWithoutPass(const QueueView& view, const std::string& id, Instant now) {
     const auto number = passQueueNumber(id);
-    return std::any_of(view.selected.begin(), view.selected.end(),
-                       [&number](const auto& body) { return body.noradId == number; });
+    const auto body = std::ranges::find_if(
+        view.selected, [&number](const auto& each) { return each.noradId == number; });
+    if (body == view.selected.end()) return QueueEntryState::deselected;
+    // A pass under way stays in its list: one that has risen and is not there has set.
+    const bool hasRisen = passQueueRise(id).value_or(now + 1) <= now;
+    const bool hasSet = hasRisen && std::ranges::none_of(*body->passes, [now](const auto& pass) {
+                            return underWay(pass, now);
+                        });
+    return hasSet ? QueueEntryState::ended : QueueEntryState::gone;
 }
 
 }  // namespace
@@ -94,6 +126,13 @@ std::string passQueueId(std::int64_t noradId, Instant riseTime) {
 /// The number of the Sun has a minus sign of its own.
 std::optional<std::int64_t> passQueueNumber(std::string_view id) {
     return parseInt64(id.substr(0, id.find('-', 1)));
+}
+
+std::optional<Instant> passQueueRise(std::string_view id) {
+    const auto dash = id.find('-', 1);
+    if (dash == std::string_view::npos) return std::nullopt;
+    const auto seconds = parseInt64(id.substr(dash + 1));
+    return seconds ? std::optional(Instant{static_cast<double>(*seconds)}) : std::nullopt;
 }
 
 std::set<std::int64_t> passQueueNumbers(const QueueIds& ids) {
@@ -131,15 +170,53 @@ std::optional<QueuedPassRef> findConflict(const std::vector<QueueBody>& selected
     return std::nullopt;
 }
 
+const PredictedPass& presentPass(const QueueBody& body, const PredictedPass& pass) {
+    const auto isSame = [span = spanOf(body.noradId, pass), &body](const PredictedPass& other) {
+        return isSamePass(span, spanOf(body.noradId, other));
+    };
+    const auto found = std::ranges::find_if(*body.passes, isSame);
+    return found == body.passes->end() ? pass : *found;
+}
+
+std::optional<std::string> queuedIdOf(const QueueBody& body, const QueueIds& queued,
+                                      const PredictedPass& pass) {
+    for (const auto* candidate : {&pass, &presentPass(body, pass)}) {
+        auto id = passQueueId(body.noradId, candidate->riseTime);
+        if (queued.contains(id)) return id;
+    }
+    return std::nullopt;
+}
+
+std::vector<FoundEntry> foundAgain(const QueueIds& entries, const QueueBody& body,
+                                   const PassList& former) {
+    std::vector<FoundEntry> found;
+    // Sorted by text, the entries of one body lie together.
+    const auto prefix = fmt::format("{}-", body.noradId);
+    for (auto id = entries.lower_bound(prefix); id != entries.end() && id->starts_with(prefix);
+         ++id) {
+        const auto pass = std::ranges::find_if(former, [&](const PredictedPass& each) {
+            return passQueueId(body.noradId, each.riseTime) == *id;
+        });
+        const auto* again = pass == former.end() ? nullptr : findAgain(*body.passes, *pass);
+        if (again) found.push_back({*id, makePassRef(body.noradId, body.name, *again)});
+    }
+    return found;
+}
+
 QueueDecision decideQueue(const QueueView& view, Instant now) {
     QueueDecision decision;
     if (view.tracked) {
-        const auto* running = runningPass(view, now);
+        decision.followed = runningPass(view, now);
         // A session on no queued pass was started by hand, and has priority.
-        if (!running || now < running->setTime) return decision;
+        if (!decision.followed || now < decision.followed->setTime) return decision;
         decision.stop = true;
+        decision.followed.reset();
     }
     decision.start = nextStart(view, now);
+    if (decision.start) {
+        const auto& body = view.selected[decision.start->body];
+        decision.followed = makePassRef(body.noradId, body.name, passAt(view, *decision.start));
+    }
     return decision;
 }
 
@@ -155,16 +232,14 @@ std::vector<QueueEntry> describeQueue(const QueueView& view, Instant now) {
             entries.push_back(
                 {id, stateOf(view, pass, now), makePassRef(body.noradId, body.name, pass)});
         } else {
-            const auto state =
-                isSelected(view, id) ? QueueEntryState::gone : QueueEntryState::deselected;
-            entries.push_back({id, state, std::nullopt});
+            entries.push_back({id, stateWithoutPass(view, id, now), std::nullopt});
         }
     }
     return entries;
 }
 
-std::string queueEntryText(const QueueEntry& entry) {
-    switch (entry.state) {
+std::string queueEntryText(QueueEntryState state) {
+    switch (state) {
         case QueueEntryState::waiting:
             return "Will be tracked when it rises";
         case QueueEntryState::held:
@@ -181,6 +256,11 @@ std::string queueEntryText(const QueueEntry& entry) {
             return "Will not be tracked: the pass has moved or is no longer predicted";
     }
     return {};
+}
+
+bool willNotBeTracked(QueueEntryState state) {
+    return state == QueueEntryState::tooLow || state == QueueEntryState::deselected ||
+           state == QueueEntryState::gone;
 }
 
 }  // namespace veloran

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <tuple>
 #include <utility>
 
 #include "elements/tle_parser.h"
@@ -20,6 +21,21 @@ std::vector<Transmitter> withDirection(const std::vector<Transmitter>& transmitt
     return result;
 }
 
+/// Whether both give the same orbit, whatever else they tell.
+bool isSameOrbit(const TLEData& a, const TLEData& b) {
+    const auto numbers = [](const TLEData& tle) {
+        return std::tie(tle.epochYear, tle.epochDays, tle.bstar, tle.inclination, tle.raan,
+                        tle.eccentricity, tle.argPerigee, tle.meanAnomaly, tle.meanMotion);
+    };
+    return numbers(a) == numbers(b);
+}
+
+bool isSameOrbit(const Satellite& a, const Satellite& b) {
+    if (a.bodyKind != b.bodyKind) return false;
+    if (a.bodyKind != BodyKind::sgp4) return true;
+    return a.tle && b.tle && isSameOrbit(*a.tle, *b.tle);
+}
+
 }  // namespace
 
 Satellite::Satellite(std::string satelliteName, std::int64_t noradId,
@@ -28,6 +44,16 @@ Satellite::Satellite(std::string satelliteName, std::int64_t noradId,
 
 void Satellite::initOrbit() {
     if (tle) satrec = std::make_shared<const SatRec>(TLEParser::createSatRec(*tle));
+}
+
+std::optional<FormerPasses> Satellite::formerPasses() const {
+    if (!passSearch) return inherited;
+    return FormerPasses{passes, *passSearch, true};
+}
+
+void Satellite::inheritPasses(const Satellite& earlier) {
+    inherited = earlier.formerPasses();
+    if (inherited && !isSameOrbit(*this, earlier)) inherited->sameElements = false;
 }
 
 std::optional<TopocentricResult> Satellite::observe(Instant at, double obsLat, double obsLon,

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/published.h"
+#include "core/pass_renewal.h"
 #include "elements/tle_data.h"
 #include "orbit/look_angles.h"
 #include "orbit/pass_predictor.h"
@@ -50,6 +51,16 @@ class Satellite {
     /// From the last computation; replaced whole, so a copy of the pointer is a snapshot.
     std::shared_ptr<const PassList> passes = std::make_shared<const PassList>();
     std::uint64_t passRun = 0;  ///< number of the computation that `passes` came from
+    /// What `passes` was searched for; absent before the first search.
+    std::optional<PassSearch> passSearch;
+    /// Passes of the body that this one took the place of at a reload, until it has its own. Out of
+    /// view: nothing is shown or tracked by them.
+    std::optional<FormerPasses> inherited;
+
+    /// What the next list of passes takes the place of; absent before the first one.
+    std::optional<FormerPasses> formerPasses() const;
+    /// Takes over what `earlier`, the body with this number before a reload, knew of its passes.
+    void inheritPasses(const Satellite& earlier);
     BodyKind bodyKind = BodyKind::sgp4;
     std::set<std::string> sources;  ///< keys of the download groups, or "celestial"
 };

@@ -312,11 +312,41 @@ TEST_F(Queue, PassThatMovesToAnotherSecondIsCutLoose) {
     EXPECT_EQ(app().queuedPassIds->size(), 1u);
 }
 
-TEST_F(Queue, SessionWhosePassIsCutLooseRunsOnLikeAManualOne) {
+TEST_F(Queue, SessionWhosePassTheListHasLostEndsAtItsSet) {
     toggle(a);
     world.runUntil(riseA() + 100);
-    setPasses(a, {passFrom(riseA() - 1, kLength)});
+    setPasses(a, {passFrom(riseA() + 5000, kLength)});
+    EXPECT_EQ(app().queueEntries().at(0).state, QueueEntryState::tracked);
+    EXPECT_EQ(trackedAt(setA() - 1), "A");
+    EXPECT_EQ(trackedAt(setA() + 1), "");
+}
+
+TEST_F(Queue, ManualSessionOnAQueuedPassThatTheListHasLostEndsAtItsSetToo) {
+    toggle(a);
+    world.runUntil(riseA() - 10);
+    app().startTracking(a, std::nullopt);
+    world.runUntil(riseA() + 1);
+    setPasses(a, {});
+    EXPECT_EQ(trackedAt(setA() - 1), "A");
+    EXPECT_EQ(trackedAt(setA() + 1), "");
+}
+
+TEST_F(Queue, ManualSessionAfterOneOfTheQueueIsNotTheQueues) {
+    toggle(a);
+    world.runUntil(riseA() + 100);
+    setPasses(a, {});
+    app().startTracking(a, std::nullopt);
     EXPECT_EQ(trackedAt(setB()), "A");
+}
+
+TEST_F(Queue, PassTakenFromTheQueueThatTheListHasLostGoesOnPastSet) {
+    toggle(a);
+    toggle(b);
+    world.runUntil(riseA() + 100);
+    const auto passes = a->passes;
+    toggle(a);
+    setPasses(a, {});
+    EXPECT_EQ(trackedAt(setA() + 30), "A");
 }
 
 TEST_F(Queue, SessionFollowsItsOwnBodyThroughANewCatalogue) {
@@ -330,11 +360,29 @@ TEST_F(Queue, SessionFollowsItsOwnBodyThroughANewCatalogue) {
     EXPECT_EQ(trackedAt(setA() + 1), "");
 }
 
-TEST_F(Queue, ClockSetBeyondTheGraceLeavesTheSessionRunning) {
+TEST_F(Queue, ClockSetBeyondTheGraceEndsTheSession) {
     toggle(a);
     world.runUntil(riseA() + 100);
     world.machine.loop.jumpClock(kLength + 60);  // a laptop that slept through the set
-    EXPECT_EQ(trackedAt(world.now() + 60), "A");
+    EXPECT_EQ(trackedAt(world.now() + 1), "");
+}
+
+TEST_F(Queue, SleepIntoTheNextPassHandsOver) {
+    toggle(a);
+    toggle(b);
+    world.runUntil(riseA() + 100);
+    world.machine.loop.jumpClock(kLength + 200);
+    EXPECT_EQ(trackedAt(world.now() + 1), "B");
+    EXPECT_EQ(trackedAt(setB() + 1), "");
+}
+
+TEST_F(Queue, ClockSetBackBeforeTheRiseLeavesTheSessionToTheQueue) {
+    toggle(a);
+    world.runUntil(riseA() + 5);
+    world.machine.loop.jumpClock(-60);
+    EXPECT_EQ(trackedAt(riseA() - 1), "A");
+    EXPECT_EQ(trackedAt(setA() - 1), "A");
+    EXPECT_EQ(trackedAt(setA() + 1), "");
 }
 
 TEST_F(Queue, ClockSetIntoTheGraceEndsTheSession) {
@@ -361,6 +409,19 @@ TEST_F(Queue, EachSecondThatDecidesNothingTellsNobody) {
     const auto subscription = app().objectWillChange.subscribe([&told] { ++told; });
     world.runUntil(riseA());
     EXPECT_EQ(told, 0);
+}
+
+TEST_F(Queue, RowFromAnEarlierListStandsForItsPass) {
+    const auto shown = a->passes;
+    setPasses(a, {passFrom(riseA() + 3, kLength)});
+    app().togglePassQueued(a, shown->at(0));
+    EXPECT_EQ(app().queuedPassIds.get(), QueueIds{passQueueId(1, riseA() + 3)});
+    EXPECT_TRUE(app().isPassQueued(*a, shown->at(0)));
+    EXPECT_TRUE(app().isPassQueued(*a, a->passes->at(0)));
+    EXPECT_FALSE(app().isPassQueued(*a, passFrom(setA() + 3, kLength)));
+    EXPECT_FALSE(app().isPassQueued(*b, a->passes->at(0)));
+    app().togglePassQueued(a, shown->at(0));
+    EXPECT_TRUE(app().queuedPassIds->empty());
 }
 
 TEST_F(Queue, EndsWithTheState) {

@@ -89,6 +89,61 @@ TEST(FindConflict, SeesOnlyWhatIsQueuedAndSelected) {
     EXPECT_FALSE(findConflict({}, idsOf(bodies), incoming));
 }
 
+TEST(PassQueueId, TellsItsRise) {
+    EXPECT_EQ(passQueueRise("44909-817000000"), Instant{817000000});
+    EXPECT_EQ(passQueueRise("44909--1"), Instant{-1});
+    EXPECT_EQ(passQueueRise("-1-817000000"), Instant{817000000});
+    EXPECT_EQ(passQueueRise("-1"), std::nullopt);
+    EXPECT_EQ(passQueueRise("1-x"), std::nullopt);
+    EXPECT_EQ(passQueueRise(""), std::nullopt);
+}
+
+class FoundAgain : public ::testing::Test {
+  protected:
+    /// The new identifier of the one entry, and whether there is one.
+    std::optional<std::string> again(const PredictedPass& former, const PassList& present) const {
+        const auto id = passQueueId(1, former.riseTime);
+        const auto found = foundAgain({"10-817000000", "11-5", id, "2-817000000", "x"},
+                                      body(1, present), {passFrom(kRise - 9000, 60), former});
+        if (found.empty()) return std::nullopt;
+        EXPECT_EQ(found.size(), 1u);
+        EXPECT_EQ(found[0].id, id);
+        EXPECT_EQ(found[0].present.noradId, 1);
+        EXPECT_EQ(found[0].present.satName, "BODY 1");
+        return found[0].present.id;
+    }
+    const PredictedPass pass = passFrom(kRise, kLength);
+};
+
+TEST_F(FoundAgain, IsAPassThatOverlapsByMoreThanHalfOfTheShorter) {
+    EXPECT_EQ(again(pass, {passFrom(kRise + 299, kLength)}), "1-817000299");
+    EXPECT_EQ(again(pass, {passFrom(kRise - 299, kLength)}), "1-816999701");
+    EXPECT_EQ(again(pass, {passFrom(kRise + 300, kLength)}), std::nullopt);
+    EXPECT_EQ(again(pass, {passFrom(kSet - 51, 100)}), "1-817000549");
+    EXPECT_EQ(again(pass, {passFrom(kSet - 50, 100)}), std::nullopt);
+    EXPECT_EQ(again(passFrom(kRise, 20), {passFrom(kRise + 9, kLength)}), "1-817000009");
+}
+
+TEST_F(FoundAgain, IsTheOneWithMostInCommon) {
+    EXPECT_EQ(again(pass, {passFrom(kRise - 20, 60), passFrom(kRise + 100, 400)}), "1-817000100");
+}
+
+TEST_F(FoundAgain, MayKeepItsIdentifier) {
+    EXPECT_EQ(again(pass, {passFrom(kRise + 0.25, kLength)}), "1-817000000");
+}
+
+TEST_F(FoundAgain, NeedsThePassInTheFormerList) {
+    EXPECT_TRUE(foundAgain({"1-817000000"}, body(1, {pass}), {}).empty());
+    EXPECT_TRUE(foundAgain({"1-817000000"}, body(1, {}), {pass}).empty());
+}
+
+TEST_F(FoundAgain, KnowsTheSunByItsNumber) {
+    const auto found =
+        foundAgain({"-1-817000000"}, body(-1, {passFrom(kRise + 2, kLength)}), {pass});
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_EQ(found[0].present.id, "-1-817000002");
+}
+
 class DecideQueue : public ::testing::Test {
   protected:
     QueueDecision decide(Instant now) const { return decideQueue(view(), now); }
@@ -121,6 +176,34 @@ TEST_F(DecideQueue, NeitherStopsNorStartsDuringASessionOnNoQueuedPass) {
         EXPECT_FALSE(decide(now).stop);
         EXPECT_FALSE(decide(now).start);
     }
+}
+
+TEST_F(DecideQueue, TellsWhichPassTheSessionFollows) {
+    EXPECT_EQ(decide(kRise - 1).followed, std::nullopt);
+    EXPECT_EQ(decide(kRise).followed, makePassRef(7, "BODY 7", selected[0].passes->at(0)));
+    tracked = selected[0];
+    EXPECT_EQ(decide(kRise + 1).followed, makePassRef(7, "BODY 7", selected[0].passes->at(0)));
+    EXPECT_EQ(decide(kSet).followed, std::nullopt);
+}
+
+TEST_F(DecideQueue, GoesByThePassOfTheLastFiringWhereTheListHasLostIt) {
+    const auto followed = makePassRef(7, "BODY 7", selected[0].passes->at(0));
+    tracked = body(7, {passFrom(kSet + 5000, kLength)});
+    const auto decideBy = [&](Instant now) {
+        QueueView seen = view();
+        seen.followed = followed;
+        return decideQueue(seen, now);
+    };
+    EXPECT_FALSE(decideBy(kSet - 0.001).stop);
+    EXPECT_EQ(decideBy(kSet - 0.001).followed, followed);
+    EXPECT_TRUE(decideBy(kSet).stop);
+    EXPECT_TRUE(decideBy(kSet + 86400).stop);
+
+    queued = {"1-1"};  // taken from the queue meanwhile
+    EXPECT_FALSE(decideBy(kSet).stop);
+    queued = {followed.id};
+    tracked = body(8, {});  // another body is tracked
+    EXPECT_FALSE(decideBy(kSet).stop);
 }
 
 TEST_F(DecideQueue, FollowsThePassesOfTheSessionsOwnCopyOfTheBody) {
@@ -184,9 +267,7 @@ class DescribeQueue : public DecideQueue {
         return entries.at(0);
     }
     QueueEntryState stateAt(Instant now) const { return entryAt(now).state; }
-    static std::string textOf(QueueEntryState state) {
-        return queueEntryText({"1-1", state, std::nullopt});
-    }
+    static std::string textOf(QueueEntryState state) { return queueEntryText(state); }
 };
 
 TEST_F(DescribeQueue, OfAnEmptyQueueIsEmpty) {
@@ -199,7 +280,7 @@ TEST_F(DescribeQueue, PassToComeIsWaiting) {
     EXPECT_EQ(entry.id, "7-817000000");
     EXPECT_EQ(entry.state, QueueEntryState::waiting);
     EXPECT_EQ(entry.pass, makePassRef(7, "BODY 7", selected[0].passes->at(0)));
-    EXPECT_EQ(queueEntryText(entry), "Will be tracked when it rises");
+    EXPECT_EQ(queueEntryText(entry.state), "Will be tracked when it rises");
 }
 
 TEST_F(DescribeQueue, PassToComeIsWaitingThoughAnotherSessionRuns) {
@@ -268,6 +349,12 @@ TEST_F(DescribeQueue, PassThatSetIsEnded) {
     EXPECT_EQ(textOf(QueueEntryState::ended), "Has set");
 }
 
+TEST_F(DescribeQueue, PassThatSetAndIsListedNoLongerIsEnded) {
+    selected = {body(7, {passFrom(kSet + 5000, kLength)})};
+    EXPECT_EQ(stateAt(kSet + 300), QueueEntryState::ended);
+    EXPECT_EQ(stateAt(kSet + 5001), QueueEntryState::gone) << "which one it was cannot be told";
+}
+
 TEST_F(DescribeQueue, LowPassIsTooLowBeforeAndAfterItsRise) {
     minimum = 45.1;
     EXPECT_EQ(stateAt(kRise - 1), QueueEntryState::tooLow);
@@ -285,7 +372,8 @@ TEST_F(DescribeQueue, PassOfADeselectedBodyIsDeselected) {
     const auto entry = entryAt(kRise);
     EXPECT_EQ(entry.state, QueueEntryState::deselected);
     EXPECT_FALSE(entry.pass);
-    EXPECT_EQ(queueEntryText(entry), "Will not be tracked: the satellite is no longer selected");
+    EXPECT_EQ(queueEntryText(entry.state),
+              "Will not be tracked: the satellite is no longer selected");
 }
 
 TEST_F(DescribeQueue, PassThatMovedToAnotherSecondIsGone) {
@@ -293,7 +381,7 @@ TEST_F(DescribeQueue, PassThatMovedToAnotherSecondIsGone) {
     const auto entry = entryAt(kRise + 1);
     EXPECT_EQ(entry.state, QueueEntryState::gone);
     EXPECT_FALSE(entry.pass);
-    EXPECT_EQ(queueEntryText(entry),
+    EXPECT_EQ(queueEntryText(entry.state),
               "Will not be tracked: the pass has moved or is no longer predicted");
 }
 

@@ -111,8 +111,9 @@ class RandomDay {
         EXPECT_LE(ticks_ - ticks, 1) << "two tracking timers";
 
         const bool fires = !queued_.empty();
-        const auto running = before ? runningPass(*before) : nullptr;
-        const bool stops = fires && running && now() >= running->setTime;
+        const auto set = fires && before ? runningSet(*before) : std::nullopt;
+        const bool stops = set && now() >= *set;
+        if (stops) followed_.reset();
         EXPECT_EQ(ended_ - ended, stops ? 1 : 0) << "session on body " << before.value_or(0);
         if (!stops) {
             EXPECT_EQ(ticks_ - ticks, before ? 1 : 0) << "timer lost or left over";
@@ -127,7 +128,7 @@ class RandomDay {
             EXPECT_TRUE(!shown || shown->id != picked->id);
         }
         checkPromise();
-        if (next) promise_ = next;
+        if (next) promise_ = followed_ = next;
         tally_.started += next ? 1 : 0;
         tally_.endedAtSet += stops ? 1 : 0;
         tally_.handedOver += next && stops ? 1 : 0;
@@ -142,6 +143,15 @@ class RandomDay {
             if (near && queued_.contains(passQueueId(id, pass.riseTime))) return &pass;
         }
         return nullptr;
+    }
+    /// The set of the pass that the session follows, in the list or as it was last seen there.
+    std::optional<Instant> runningSet(std::int64_t id) {
+        if (const auto* pass = runningPass(id)) {
+            followed_ = Promise{passQueueId(id, pass->riseTime), id, pass->setTime};
+        } else if (followed_ && (followed_->body != id || !queued_.contains(followed_->id))) {
+            followed_.reset();
+        }
+        return followed_ ? std::optional(followed_->set) : std::nullopt;
     }
     /// What the rules let begin now: the earliest rise of all queued passes under way.
     std::optional<Promise> nextCandidate() {
@@ -207,6 +217,7 @@ class RandomDay {
     template <class Act>
     void byHand(Act action) {
         promise_.reset();
+        followed_.reset();
         ++tally_.byHand;
         action();
     }
@@ -286,13 +297,14 @@ class RandomDay {
         const auto before = session_;
         model();
         action();
-        const auto running = idle && !queued_.empty() && before ? runningPass(*before) : nullptr;
-        const bool stops = running && now() >= running->setTime;
+        const auto set = idle && !queued_.empty() && before ? runningSet(*before) : std::nullopt;
+        const bool stops = set && now() >= *set;
+        if (stops) followed_.reset();
         const bool looks = idle && !queued_.empty() && (!before || stops);
         const auto next = looks ? nextCandidate() : std::nullopt;
         EXPECT_EQ(ended_ - ended, stops ? 1 : 0);
         EXPECT_EQ(begun_ - begun, next ? 1 : 0);
-        if (next) promise_ = next;
+        if (next) promise_ = followed_ = next;
         tally_.started += next ? 1 : 0;
     }
 
@@ -349,6 +361,7 @@ class RandomDay {
     QueueIds queued_;  // what the user has marked, by the test's own books
     std::optional<std::int64_t> session_;
     std::optional<Promise> promise_;
+    std::optional<Promise> followed_;  // by the session, whoever began it
     int begun_ = 0;
     int ended_ = 0;
     int ticks_ = 0;

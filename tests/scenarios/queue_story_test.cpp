@@ -53,6 +53,7 @@ class Rules {
     void end(const char* who) {
         if (session_) note("end", who);
         session_ = nullptr;
+        followed_.reset();
     }
     /// What each second does while anything is queued.
     void fire() {
@@ -64,6 +65,7 @@ class Rules {
             end("queue");
         }
         SatellitePtr next;
+        Followed followed;
         Instant earliest{1e18};
         for (const auto& body : app_.selectedSatellites()) {
             std::set<Key> seen;
@@ -75,9 +77,12 @@ class Rules {
                 if (!high || !inside || pass.riseTime >= earliest) continue;
                 earliest = pass.riseTime;
                 next = body;
+                followed = {key, pass.setTime};
             }
         }
-        if (next) begin(next, "queue");
+        if (!next) return;
+        begin(next, "queue");
+        followed_ = followed;
     }
 
     QueueIds ids() const {
@@ -88,6 +93,7 @@ class Rules {
 
   private:
     using Key = std::pair<std::int64_t, std::int64_t>;
+    using Followed = std::pair<Key, Instant>;  // a queued pass and its set
 
     static Key keyOf(const Satellite& body, const PredictedPass& pass) {
         return {body.id, static_cast<std::int64_t>(pass.riseTime.secondsSinceReference)};
@@ -97,12 +103,17 @@ class Rules {
         queue_.insert(key);
         if (first) fire();
     }
-    std::optional<Instant> runningSet(Instant now) const {
+    /// Of the pass that the session follows, in the list or as it was last seen there.
+    std::optional<Instant> runningSet(Instant now) {
         for (const auto& pass : *session_->passes) {
             const bool inside = pass.riseTime <= now && now < pass.setTime + 60;
-            if (inside && queue_.contains(keyOf(*session_, pass))) return pass.setTime;
+            const auto key = keyOf(*session_, pass);
+            if (!inside || !queue_.contains(key)) continue;
+            followed_ = {key, pass.setTime};
+            return pass.setTime;
         }
-        return std::nullopt;
+        if (followed_ && !queue_.contains(followed_->first)) followed_.reset();
+        return followed_ ? std::optional(followed_->second) : std::nullopt;
     }
     void note(const char* what, const char* who) {
         log.push_back(
@@ -114,6 +125,7 @@ class Rules {
     std::set<Key> queue_;
     std::pair<Key, Key> asked_;
     SatellitePtr session_;
+    std::optional<Followed> followed_;
 };
 
 /// An orbit of its own for each body with a real one.
