@@ -45,11 +45,12 @@ void ConflictAlert::open(const PassConflict& conflict) {
     box_->setEscapeButton(keep);
     box_->setDefaultButton(keep);
     box_->setAttribute(Qt::WA_DeleteOnClose);
-    QObject::connect(box_, &QDialog::finished, box_, [this, conflict, replace] {
+    QObject::connect(box_, &QDialog::finished, box_, [this, replace] {
         const bool replaces = std::exchange(box_, nullptr)->clickedButton() == replace;
-        if (!state_->pendingPassConflict->has_value()) return;  // answered elsewhere
+        const auto& pending = state_->pendingPassConflict.get();
+        if (!pending) return;  // answered elsewhere
         if (replaces) {
-            state_->resolveConflictReplace(conflict);
+            state_->resolveConflictReplace(*pending);  // its passes may have been found again
         } else {
             state_->resolveConflictKeepExisting();
         }

@@ -1,9 +1,37 @@
 #include "ui/pass_list/pass_list_model.h"
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 namespace veloran {
+
+namespace {
+
+/// Where the entries of the queue stand, to look up row by row.
+class QueueMarks {
+  public:
+    explicit QueueMarks(const AppState& state)
+        : state_(state), numbers_(passQueueNumbers(state.queuedPassIds)) {
+        if (numbers_.empty()) return;
+        for (auto& entry : state.queueEntries()) states_.emplace(std::move(entry.id), entry.state);
+    }
+
+    std::optional<QueueEntryState> of(const PassRow& row) const {
+        // To make the identifier of every pass would take longer than all else.
+        if (numbers_.empty() || !numbers_.contains(row.satellite->id)) return std::nullopt;
+        const auto id = state_.queuedPassId(*row.satellite, row.pass());
+        const auto found = id ? states_.find(*id) : states_.end();
+        return found == states_.end() ? std::nullopt : std::optional(found->second);
+    }
+
+  private:
+    const AppState& state_;
+    std::set<std::int64_t> numbers_;
+    std::map<std::string, QueueEntryState> states_;
+};
+
+}  // namespace
 
 PassListModel::PassListModel(std::shared_ptr<AppState> state, QObject* parent)
     : QAbstractListModel(parent), state_(std::move(state)) {
@@ -72,20 +100,14 @@ PassRowLook PassListModel::look(int index) const {
 std::vector<RowMoment> PassListModel::momentsNow() const {
     const Instant now = state_->now();
     const auto next = nextPassIndex(rows_, now);
-    const std::set<std::int64_t> queued = passQueueNumbers(state_->queuedPassIds);
+    const QueueMarks marks(*state_);
     std::vector<RowMoment> moments;
     moments.reserve(rows_.size());
     for (std::size_t i = 0; i < rows_.size(); ++i) {
         moments.push_back(rowMoment(rows_[i], isSelectedPass(rows_[i], state_->selectedPass),
-                                    isQueued(rows_[i], queued), next == i, now));
+                                    marks.of(rows_[i]), next == i, now));
     }
     return moments;
-}
-
-/// To make the identifier of every pass would take longer than all else.
-bool PassListModel::isQueued(const PassRow& row, const std::set<std::int64_t>& numbers) const {
-    return !numbers.empty() && numbers.contains(row.satellite->id) &&
-           state_->isPassQueued(*row.satellite, row.pass());
 }
 
 std::optional<int> PassListModel::findPass(std::int64_t satelliteId, Instant riseTime,

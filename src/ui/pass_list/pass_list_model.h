@@ -42,7 +42,6 @@ class PassListModel : public QAbstractListModel {
     bool areSourcesAsShown() const;
     void readSources();
     std::vector<RowMoment> momentsNow() const;
-    bool isQueued(const PassRow& row, const std::set<std::int64_t>& numbers) const;
 
     std::shared_ptr<AppState> state_;
     std::vector<Source> sources_;

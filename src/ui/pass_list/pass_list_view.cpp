@@ -3,14 +3,18 @@
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "ui/commands.h"
 #include "ui/formats.h"
 #include "ui/pass_list/pass_list_model.h"
 #include "ui/pass_list/pass_row_delegate.h"
 #include "ui/pass_list/pass_rows_view.h"
+#include "ui/pass_list/queue_texts.h"
+#include "ui/q_text.h"
 #include "ui/theme.h"
 #include "ui/widgets/badge.h"
+#include "ui/widgets/fitted_text.h"
 #include "ui/widgets/text_button.h"
 #include "ui/widgets/value_label.h"
 
@@ -25,7 +29,7 @@ PassListView::PassListView(std::shared_ptr<AppState> state, QWidget* parent)
     rows_->setItemDelegate(new PassRowDelegate(*model_, rows_));
     connect(rows_, &PassRowsView::picked, this, &PassListView::select);
     connect(rows_, &PassRowsView::queueToggled, this, &PassListView::toggleQueue);
-    connect(&everySecond_, &QTimer::timeout, model_, &PassListModel::updateTimes);
+    connect(&everySecond_, &QTimer::timeout, this, &PassListView::describeMoment);
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -42,7 +46,26 @@ void PassListView::refresh() {
     queued_->display(QString::fromStdString(queuedBadge(queued)), Ink::cyan);
     queued_->setVisible(queued > 0);
     clear_->setVisible(queued > 0);
+    if (described_ != state_->queuedPassIds.get()) describeQueue();
     conflict_.refresh();
+}
+
+void PassListView::describeMoment() {
+    model_->updateTimes();
+    describeQueue();
+}
+
+/// What becomes of each entry, those without a row included.
+void PassListView::describeQueue() {
+    described_ = state_->queuedPassIds;
+    if (described_.empty()) return;
+    const auto nameOf = [this](std::int64_t number) {
+        const auto found = std::ranges::find(state_->satellites.get(), number, &Satellite::id);
+        return found == state_->satellites->end() ? std::string() : (*found)->name;
+    };
+    const QString help = qText(queueHelp(state_->queueEntries(), nameOf));
+    queued_->setToolTip(plainToolTip(help.split('\n')));
+    queued_->setAccessibleDescription(help);
 }
 
 void PassListView::paintEvent(QPaintEvent*) {
@@ -50,7 +73,7 @@ void PassListView::paintEvent(QPaintEvent*) {
 }
 
 void PassListView::showEvent(QShowEvent*) {
-    model_->updateTimes();
+    describeMoment();
     everySecond_.start();
 }
 

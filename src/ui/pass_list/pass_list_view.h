@@ -36,6 +36,8 @@ class PassListView : public QWidget {
 
   private:
     QWidget* makeHeader();
+    void describeMoment();
+    void describeQueue();
     void select(const QModelIndex& index);
     void toggleQueue(const QModelIndex& index);
 
@@ -46,6 +48,7 @@ class PassListView : public QWidget {
     TextButton* clear_;
     ValueLabel* count_;
     ConflictAlert conflict_;
+    QueueIds described_;             ///< the entries that the badge's help tells of
     SecondTimer everySecond_{this};  ///< while the list is seen
 };
 

@@ -34,8 +34,10 @@ void drawTexts(QPainter& painter, const QRect& area, const PassRowLook& look,
     const QFont time = Theme::mono(14, QFont::Medium);
     const QFont plain = Theme::mono(14);
     const int upper = QFontMetrics(elevation).height();
+    const QFont small = Theme::face(11);
     const int lower = QFontMetrics(plain).height();
-    const int top = area.top() + (area.height() - upper - kLineSpacing - lower) / 2;
+    const int last = look.warning.empty() ? 0 : QFontMetrics(small).height();
+    const int top = area.top() + (area.height() - upper - kLineSpacing - lower - last) / 2;
 
     TextLine first(painter, {area.left(), top, area.width(), upper}, background);
     first.right(qText(look.elevation), elevation, look.elevationInk, kSpacing);
@@ -51,6 +53,11 @@ void drawTexts(QPainter& painter, const QRect& area, const PassRowLook& look,
     second.right(qText(look.duration), plain, {Ink::secondary}, kSpacing);
     second.left(qText(look.time), time, look.timeInk, 12);
     second.left(qText(look.relative), plain, look.relativeInk, 0);
+
+    if (look.warning.empty()) return;
+    const int third = top + upper + kLineSpacing + lower;
+    TextLine(painter, {area.left(), third, area.width(), last}, background)
+        .left(qText(look.warning), small, {Ink::secondary}, 0);
 }
 
 void drawScene(QPainter& painter, const QPoint& at, const scene::Scene& scene) {
@@ -71,7 +78,7 @@ bool PassRowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
     const bool onMark = event->type() == QEvent::ToolTip && index.isValid() &&
                         queueMarkArea(option.rect).contains(event->pos());
     if (!onMark) return QStyledItemDelegate::helpEvent(event, view, option, index);
-    QToolTip::showText(event->globalPos(), qText(queueMarkHelp(model_.look(index.row()).isQueued)),
+    QToolTip::showText(event->globalPos(), qText(queueMarkHelp(model_.look(index.row()).queued)),
                        view);
     return true;
 }
@@ -91,7 +98,7 @@ void PassRowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
     const QRect content = option.rect.adjusted(kHorizontalPadding, kVerticalPadding,
                                                -kHorizontalPadding, -kVerticalPadding - 1);
     drawScene(*painter, {content.left(), content.center().y() - kMark / 2},
-              queueMarkScene(look.isQueued, kMark));
+              queueMarkScene(look.queued.has_value(), kMark));
     drawScene(*painter, {content.left() + kMark + kSpacing, content.top()},
               miniPolarPlotScene(row.pass(), kThumbnail, kThumbnail));
     drawTexts(*painter, content.adjusted(kMark + kThumbnail + 2 * kSpacing, 0, 0, 0), look,

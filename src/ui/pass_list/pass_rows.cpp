@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/same_pass.h"
 #include "ui/formats.h"
 
 namespace veloran {
@@ -22,6 +23,14 @@ std::optional<Tint> rowBackground(const RowMoment& moment) {
 double wholeMinutes(double secondsAhead) {
     constexpr double kMinute = 60;
     return secondsAhead < 0 ? -1 : kMinute * std::floor(secondsAhead / kMinute);
+}
+
+std::string queueWarning(std::optional<QueueEntryState> queued) {
+    return queued && willNotBeTracked(*queued) ? queueEntryText(*queued) : std::string();
+}
+
+std::string spokenQueue(std::optional<QueueEntryState> queued) {
+    return queued ? fmt::format(", queued: {}", queueEntryText(*queued)) : std::string();
 }
 
 }  // namespace
@@ -50,13 +59,18 @@ std::optional<std::size_t> nextPassIndex(const std::vector<PassRow>& rows, Insta
 }
 
 bool isSelectedPass(const PassRow& row, const std::optional<PassInfo>& selectedPass) {
-    return selectedPass && selectedPass->pass.riseTime == row.riseTime &&
-           selectedPass->noradId() == row.satellite->id;
+    if (!selectedPass) return false;
+    const PredictedPass& pass = selectedPass->pass;
+    // Most rows are told apart by their times, which stand in the row itself.
+    if (row.riseTime > pass.setTime || row.setTime < pass.riseTime) return false;
+    return isSamePass({row.satellite->id, row.riseTime, row.setTime},
+                      spanOf(selectedPass->noradId(), pass));
 }
 
-RowMoment rowMoment(const PassRow& row, bool isSelected, bool isQueued, bool isNext, Instant now) {
+RowMoment rowMoment(const PassRow& row, bool isSelected, std::optional<QueueEntryState> queued,
+                    bool isNext, Instant now) {
     return {.isSelected = isSelected,
-            .isQueued = isQueued,
+            .queued = queued,
             .isInProgress = now >= row.riseTime && now <= row.setTime,
             .isNext = isNext,
             .aheadSeconds = wholeMinutes(row.riseTime - now)};
@@ -78,20 +92,22 @@ PassRowLook passRowLook(const PassRow& row, const RowMoment& moment) {
         .direction = listDirection(pass.trackPoints),
         .background = rowBackground(moment),
         .isSelected = moment.isSelected,
-        .isQueued = moment.isQueued,
+        .queued = moment.queued,
+        .warning = queueWarning(moment.queued),
     };
 }
 
-std::string_view queueMarkHelp(bool isQueued) {
-    return isQueued ? "Remove this pass from the auto-track queue"
-                    : "Queue this pass for auto-tracking. The scheduler will arm SAT_PROTO at AOS "
-                      "and disarm at LOS.";
+std::string queueMarkHelp(std::optional<QueueEntryState> queued) {
+    if (queued) return queueEntryText(*queued) + "\nRemove this pass from the auto-track queue";
+    return "Queue this pass for auto-tracking. The scheduler will arm SAT_PROTO at AOS and disarm "
+           "at "
+           "LOS.";
 }
 
 std::string spokenPassRow(const PassRowLook& look) {
     return fmt::format("{}, rises {}, {}, highest {}, lasts {}, {}{}{}", look.name, look.time,
                        look.relative, look.elevation, look.duration, look.direction,
-                       look.isSelected ? ", selected" : "", look.isQueued ? ", queued" : "");
+                       look.isSelected ? ", selected" : "", spokenQueue(look.queued));
 }
 
 }  // namespace veloran

@@ -46,19 +46,20 @@ std::vector<PassRow> sortedPassRows(const std::vector<SatellitePtr>& selectedSat
 /// The first row whose pass is still to rise.
 std::optional<std::size_t> nextPassIndex(const std::vector<PassRow>& rows, Instant now);
 
-/// Whether this is the selected pass: same satellite number, same moment of rising.
+/// Whether this is the selected pass, whose own copy may be from an earlier computation.
 bool isSelectedPass(const PassRow& row, const std::optional<PassInfo>& selectedPass);
 
 /// What of a row changes without a new computation.
 struct RowMoment {
     bool isSelected = false;
-    bool isQueued = false;
+    std::optional<QueueEntryState> queued;  ///< where its entry in the queue stands
     bool isInProgress = false;
     bool isNext = false;
     double aheadSeconds = 0;  ///< of the rise, in whole minutes; negative once it has begun
     bool operator==(const RowMoment&) const = default;
 };
-RowMoment rowMoment(const PassRow& row, bool isSelected, bool isQueued, bool isNext, Instant now);
+RowMoment rowMoment(const PassRow& row, bool isSelected, std::optional<QueueEntryState> queued,
+                    bool isNext, Instant now);
 
 /// Everything a row shows beside its thumbnail.
 struct PassRowLook {
@@ -74,12 +75,13 @@ struct PassRowLook {
     std::string direction;
     std::optional<Tint> background;
     bool isSelected;
-    bool isQueued;
+    std::optional<QueueEntryState> queued;
+    std::string warning;  ///< why the queue will skip the pass; empty where it will not
 };
 PassRowLook passRowLook(const PassRow& row, const RowMoment& moment);
 
-/// What the mark in front of a row would do.
-std::string_view queueMarkHelp(bool isQueued);
+/// Where the entry stands and what a click on the mark in front of a row would do.
+std::string queueMarkHelp(std::optional<QueueEntryState> queued);
 
 /// The row in words, for a screen reader.
 std::string spokenPassRow(const PassRowLook& look);

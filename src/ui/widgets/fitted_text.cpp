@@ -28,7 +28,14 @@ bool isCut(const QFont& font, const QString& text, int width) {
 }
 
 QString plainToolTip(const QString& text) {
-    return text.isEmpty() ? QString() : "<p>" + readable(text).toHtmlEscaped() + "</p>";
+    return plainToolTip(QStringList(text));
+}
+
+QString plainToolTip(const QStringList& lines) {
+    QStringList plain;
+    for (const QString& line : lines) plain.append(readable(line).toHtmlEscaped());
+    const QString text = plain.join("<br>");
+    return text.isEmpty() ? QString() : "<p>" + text + "</p>";
 }
 
 void showFullText(const QHelpEvent& event, QWidget* widget, const QString& text) {

@@ -2,6 +2,7 @@
 
 #include <QFont>
 #include <QString>
+#include <QStringList>
 
 class QHelpEvent;
 class QWidget;
@@ -27,6 +28,7 @@ bool isCut(const QFont& font, const QString& text, int width);
 
 /// A tooltip of one text. It may come from outside, so markup is not obeyed.
 QString plainToolTip(const QString& text);
+QString plainToolTip(const QStringList& lines);
 
 /// Shows all of a text that its widget cuts.
 void showFullText(const QHelpEvent& event, QWidget* widget, const QString& text);

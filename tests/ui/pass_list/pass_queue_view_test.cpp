@@ -5,6 +5,7 @@
 #include <QToolTip>
 
 #include "../ui_fixture.h"
+#include "ui/formats.h"
 #include "ui/pass_list/pass_list_model.h"
 #include "ui/pass_list/pass_list_view.h"
 #include "ui/pass_list/pass_row_delegate.h"
@@ -62,11 +63,11 @@ TEST_F(PassQueueViewTest, AClickOnTheMarkQueuesAndSelectsNothing) {
     clickMark(0);
     EXPECT_TRUE(isQueued(first));
     EXPECT_FALSE(state->selectedPass->has_value());
-    EXPECT_TRUE(passModel().look(0).isQueued);
-    EXPECT_FALSE(passModel().look(1).isQueued);
+    EXPECT_TRUE(passModel().look(0).queued);
+    EXPECT_FALSE(passModel().look(1).queued);
     clickMark(0);
     EXPECT_FALSE(isQueued(first));
-    EXPECT_FALSE(passModel().look(0).isQueued);
+    EXPECT_FALSE(passModel().look(0).queued);
 }
 
 TEST_F(PassQueueViewTest, AClickBesideTheMarkSelectsAndQueuesNothing) {
@@ -110,7 +111,30 @@ TEST_F(PassQueueViewTest, HelpOfTheMarkSaysWhatAClickWouldDo) {
               "Queue this pass for auto-tracking. The scheduler will arm SAT_PROTO at AOS and "
               "disarm at LOS.");
     clickMark(0);
-    EXPECT_EQ(helpAt(mark(0).center()), "Remove this pass from the auto-track queue");
+    EXPECT_EQ(helpAt(mark(0).center()),
+              "Will be tracked when it rises\nRemove this pass from the auto-track queue");
+    state->minAutoTrackElevation = 89.0;
+    passModel().updateTimes();
+    EXPECT_EQ(helpAt(mark(0).center()),
+              "Will not be tracked: stays under the minimum elevation\nRemove this pass from the "
+              "auto-track queue");
+}
+
+TEST_F(PassQueueViewTest, BadgeTellsWhatBecomesOfEachEntry) {
+    clickMark(0);
+    clickMark(2);
+    const QString rises = QString::fromStdString(listTime(start + 1000));
+    EXPECT_TRUE(badge().accessibleDescription().startsWith(
+        rises + " RS-44: Will be tracked when it rises\n"))
+        << badge().accessibleDescription().toStdString();
+    EXPECT_TRUE(badge().toolTip().contains("ISS: Will be tracked when it rises"));
+
+    first->isSelected = false;
+    view.hide();
+    view.show();
+    EXPECT_TRUE(badge().toolTip().contains(
+        rises + " RS-44: Will not be tracked: the satellite is no longer selected"))
+        << badge().toolTip().toStdString();
 }
 
 TEST_F(PassQueueViewTest, AScreenReaderHearsOfTheQueue) {
@@ -118,7 +142,8 @@ TEST_F(PassQueueViewTest, AScreenReaderHearsOfTheQueue) {
     const auto spoken = [this](int row) {
         return passModel().index(row).data(Qt::AccessibleTextRole).toString();
     };
-    EXPECT_TRUE(spoken(0).endsWith(", queued")) << spoken(0).toStdString();
+    EXPECT_TRUE(spoken(0).endsWith(", queued: Will be tracked when it rises"))
+        << spoken(0).toStdString();
     EXPECT_FALSE(spoken(1).contains("queued"));
 }
 

@@ -8,7 +8,7 @@ namespace {
 class PassRowsTest : public UiFixture {
   protected:
     static PassRowLook lookOf(const PassRow& row, bool isSelected, bool isNext, Instant now) {
-        return passRowLook(row, rowMoment(row, isSelected, false, isNext, now));
+        return passRowLook(row, rowMoment(row, isSelected, std::nullopt, isNext, now));
     }
     std::vector<PassRow> rows() { return sortedPassRows(state->selectedSatellites()); }
 };
@@ -89,6 +89,35 @@ TEST_F(PassRowsTest, SelectionGoesBySatelliteNumberAndRiseTime) {
     EXPECT_TRUE(isSelectedPass(list[0], state->selectedPass));
     EXPECT_FALSE(isSelectedPass(list[1], state->selectedPass));
     EXPECT_FALSE(isSelectedPass(list[0], std::nullopt));
+}
+
+TEST_F(PassRowsTest, SelectionStaysThroughANewComputation) {
+    const auto a = addSatellite("A", 1, {passAt(start, 600)});
+    select(a, std::nullopt);
+    const auto found = [&](Instant rise, double seconds) {
+        a->passes = std::make_shared<const PassList>(PassList{passAt(rise, seconds)});
+        return isSelectedPass(rows()[0], state->selectedPass);
+    };
+    EXPECT_TRUE(found(start + 1e-6, 600)) << "other last bits";
+    EXPECT_TRUE(found(start - 4, 603)) << "newer elements";
+    EXPECT_TRUE(found(start + 300, 300)) << "as of another place, amid the pass";
+    EXPECT_FALSE(found(start + 600, 600)) << "the next one";
+}
+
+TEST_F(PassRowsTest, RowThatTheQueueWillSkipSaysWhy) {
+    addSatellite("A", 1, {passAt(start)});
+    const auto warningOf = [&](std::optional<QueueEntryState> queued) {
+        return passRowLook(rows()[0], rowMoment(rows()[0], false, queued, false, start)).warning;
+    };
+    EXPECT_EQ(warningOf(QueueEntryState::tooLow),
+              "Will not be tracked: stays under the minimum elevation");
+    EXPECT_EQ(warningOf(QueueEntryState::gone),
+              "Will not be tracked: the pass has moved or is no longer predicted");
+    for (const auto queued : {QueueEntryState::waiting, QueueEntryState::held,
+                              QueueEntryState::tracked, QueueEntryState::ended}) {
+        EXPECT_EQ(warningOf(queued), "");
+    }
+    EXPECT_EQ(warningOf(std::nullopt), "");
 }
 
 TEST_F(PassRowsTest, RowIsSpokenInOneSentence) {
