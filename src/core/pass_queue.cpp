@@ -20,14 +20,22 @@ const PredictedPass& passAt(const QueueView& view, const Place& place) {
     return (*view.selected[place.body].passes)[place.pass];
 }
 
-/// The first pass of the selected bodies with this identifier.
+std::int64_t secondOf(Instant riseTime) {
+    return checkedInt64(riseTime.secondsSinceReference);
+}
+
+/// The first pass of the selected bodies with this identifier. Compares its numbers, as old entries
+/// are many and are looked up each second.
 std::optional<Place> find(const QueueView& view, const std::string& id) {
     const auto number = passQueueNumber(id);
+    const auto rise = passQueueRise(id);
+    if (!number || !rise) return std::nullopt;
+    const auto second = secondOf(*rise);
     for (std::size_t body = 0; body < view.selected.size(); ++body) {
-        if (view.selected[body].noradId != number) continue;  // most are told apart by this alone
+        if (view.selected[body].noradId != *number) continue;
         const auto& passes = *view.selected[body].passes;
         for (std::size_t pass = 0; pass < passes.size(); ++pass) {
-            if (passQueueId(*number, passes[pass].riseTime) == id) return Place{body, pass};
+            if (secondOf(passes[pass].riseTime) == second) return Place{body, pass};
         }
     }
     return std::nullopt;
@@ -63,14 +71,17 @@ bool tooLow(const QueueView& view, const PredictedPass& pass) {
     return view.minAutoTrackElevation > pass.maxElevation;
 }
 
+/// Goes by the passes under way, which are few: the queue keeps the entries of all that have set.
 std::optional<Place> nextStart(const QueueView& view, Instant now) {
     std::optional<Place> earliest;
-    for (const auto& id : view.queued) {
-        const auto place = find(view, id);
-        if (!place) continue;
-        const auto& pass = passAt(view, *place);
-        if (tooLow(view, pass) || !underWay(pass, now)) continue;
-        if (!earliest || pass.riseTime < passAt(view, *earliest).riseTime) earliest = place;
+    for (const auto& body : view.selected) {
+        for (const auto& pass : *body.passes) {
+            if (!underWay(pass, now) || tooLow(view, pass)) continue;
+            const auto id = passQueueId(body.noradId, pass.riseTime);
+            const auto place = view.queued.contains(id) ? find(view, id) : std::nullopt;
+            if (!place || &passAt(view, *place) != &pass) continue;
+            if (!earliest || pass.riseTime < passAt(view, *earliest).riseTime) earliest = place;
+        }
     }
     return earliest;
 }
@@ -120,7 +131,7 @@ QueueEntryState stateWithoutPass(const QueueView& view, const std::string& id, I
 }  // namespace
 
 std::string passQueueId(std::int64_t noradId, Instant riseTime) {
-    return fmt::format("{}-{}", noradId, checkedInt64(riseTime.secondsSinceReference));
+    return fmt::format("{}-{}", noradId, secondOf(riseTime));
 }
 
 /// The number of the Sun has a minus sign of its own.
