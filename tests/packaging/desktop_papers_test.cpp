@@ -39,7 +39,9 @@ TEST(DesktopPapers, NewestReleaseIsThisVersion) {
     const auto newest = metainfo.find(release);
     ASSERT_NE(newest, std::string::npos);
     EXPECT_EQ(metainfo.substr(newest + release.size(), version.size() + 1), version + "\"");
-    EXPECT_THAT(textOf("packaging/veloran.1"), HasSubstr("\"Veloran " + version + "\""));
+    for (const auto* page : {"packaging/veloran.1", "packaging/veloran-rehearse.1"}) {
+        EXPECT_THAT(textOf(page), HasSubstr("\"Veloran " + version + "\"")) << page;
+    }
 }
 
 }  // namespace

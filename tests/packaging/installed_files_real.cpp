@@ -40,12 +40,14 @@ class InstalledFiles : public testing::Test {
 
 TEST_F(InstalledFiles, ProgramIconsAndPapersLieWhereTheSystemLooks) {
     EXPECT_TRUE(QFileInfo(file("bin/veloran")).isExecutable());
+    EXPECT_TRUE(QFileInfo(file("bin/veloran-rehearse")).isExecutable());
     for (const QString path :
          {"share/applications/veloran.desktop",
           "share/metainfo/invalid.example.veloran.metainfo.xml",
           "share/icons/hicolor/scalable/apps/veloran.svg", "share/man/man1/veloran.1.gz",
-          "share/doc/veloran/README.md", "share/doc/veloran/notices.md",
-          "share/doc/veloran/copyright", "share/doc/veloran/changelog.gz"}) {
+          "share/man/man1/veloran-rehearse.1.gz", "share/doc/veloran/README.md",
+          "share/doc/veloran/notices.md", "share/doc/veloran/copyright",
+          "share/doc/veloran/changelog.gz"}) {
         EXPECT_GT(QFileInfo(file(path)).size(), 0) << path.toStdString();
     }
 }
