@@ -61,7 +61,7 @@ DemoOptions readDemoOptions(const QApplication& application) {
         {"seconds", "End after this long; without it the closed window ends.", "N"},
         {"screenshot", "Write a picture of the window at the end.", "FILE"},
         {"part", "Take a picture of this widget of the main window alone.", "OBJECT_NAME"},
-        {"log", "Write what the radio sends and receives.", "FILE"},
+        {"log", "Write what the radio sends and receives; the latest 32 MB stay.", "FILE"},
         {"size", "Size of the window.", "WxH", "1200x800"},
         {"dark", "Dark colours."},
         {"light", "Light colours."},

@@ -51,6 +51,7 @@ std::string demoReport(const AppState& state, const Demo& demo, const LocalStati
                        const DemoOptions& options) {
     const auto& radio = station.radio();
     const auto& tuned = radio.radio();
+    const auto& updates = station.radioUpdates();
     std::string text;
     const auto line = [&text](const char* name, const std::string& value) {
         text += fmt::format("{:<12}{}\n", name, value);
@@ -66,8 +67,7 @@ std::string demoReport(const AppState& state, const Demo& demo, const LocalStati
                      rawValue(state.rigProtocolMode),
                      tuned.isArmed() ? "armed for " + tuned.armedName() : "not armed"));
     line("received", fmt::format("{} downlink and {} uplink updates, {} plain frequencies",
-                                 radio.received("\\sat_dl").size(),
-                                 radio.received("\\sat_ul").size(), radio.received("F ").size()));
+                                 updates.downlink, updates.uplink, updates.plain));
     line("last",
          tuningText("downlink", tuned.downlink()) + "; " + tuningText("uplink", tuned.uplink()));
     line("look angles", fmt::format("azimuth {:.1f}, elevation {:.1f}, range {:.0f} km",

@@ -1,5 +1,6 @@
 #include "demo/local_station.h"
 
+#include <QFile>
 #include <algorithm>
 #include <optional>
 
@@ -33,9 +34,16 @@ std::string madeUpElements(SampleSatellite satellite, std::string name, std::int
 
 }  // namespace
 
+void RadioUpdates::count(std::string_view command) {
+    if (command.starts_with("\\sat_dl")) ++downlink;
+    if (command.starts_with("\\sat_ul")) ++uplink;
+    if (command.starts_with("F ")) ++plain;
+}
+
 LocalStation::LocalStation(const QString& logFile) : log_(logFile) {
     radio_.onLine = [this](const RadioLogLine& line) {
-        if (log_.isOpen()) log_.write(QByteArray::fromStdString(logText(line) + "\n"));
+        if (line.kind == RadioLogLine::Kind::received) updates_.count(line.text);
+        if (log_.isOpen()) log_.write(logText(line));
     };
 }
 
@@ -48,8 +56,8 @@ std::string LocalStation::start(Instant day, std::size_t madeUp) {
                {.headers = {{"Content-Type", "application/json"}},
                 .body = bench::groupText(bench::syntheticCatalogue(madeUp), day)});
     if (!serveChannels()) return "data/sample_transmitters.json does not read";
-    if (!log_.fileName().isEmpty() && !log_.open(QIODevice::WriteOnly)) {
-        return log_.fileName().toStdString() + " cannot be written";
+    if (!log_.name().isEmpty() && !log_.open()) {
+        return log_.name().toStdString() + " cannot be written";
     }
     if (!web_.start() || !radio_.start()) return "no free port on 127.0.0.1";
     return "";

@@ -1,7 +1,5 @@
 #include "servers/simulated_radio.h"
 
-#include <fmt/format.h>
-
 #include <QDateTime>
 #include <QHostAddress>
 #include <QTcpSocket>
@@ -17,15 +15,6 @@ Instant present() {
 }
 
 }  // namespace
-
-std::string logText(const RadioLogLine& line) {
-    const auto ms = static_cast<qint64>(line.at.unixSeconds() * 1000.0 + 0.5);
-    const auto time = QDateTime::fromMSecsSinceEpoch(ms, Qt::UTC).toString(Qt::ISODateWithMs);
-    const char sign = line.kind == RadioLogLine::Kind::received ? '<'
-                      : line.kind == RadioLogLine::Kind::sent   ? '>'
-                                                                : '.';
-    return fmt::format("{} #{} {} {}", time.toStdString(), line.client, sign, line.text);
-}
 
 SimulatedRadio::SimulatedRadio(CapsAnswer capsAnswer) : radio_(capsAnswer) {
     QObject::connect(&server_, &QTcpServer::newConnection, &server_, [this] { accept(); });
@@ -63,7 +52,7 @@ void SimulatedRadio::refuseUplink(bool refuse) {
 
 std::vector<std::string> SimulatedRadio::received(std::string_view prefix) const {
     std::vector<std::string> lines;
-    for (const auto& line : log_) {
+    for (const auto& line : log_.lines()) {
         if (line.kind == RadioLogLine::Kind::received && line.text.starts_with(prefix)) {
             lines.push_back(line.text);
         }
@@ -107,9 +96,8 @@ void SimulatedRadio::note(RadioDialect::ClientId client, std::string text) {
 }
 
 void SimulatedRadio::write(RadioLogLine line) {
-    if (log_.size() == kLongestLog) log_.pop_front();
-    log_.push_back(std::move(line));
-    if (onLine) onLine(log_.back());
+    const auto& kept = log_.add(std::move(line));
+    if (onLine) onLine(kept);
 }
 
 }  // namespace veloran

@@ -2,32 +2,17 @@
 
 #include <QTcpServer>
 #include <cstdint>
-#include <deque>
 #include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "base/instant.h"
 #include "servers/radio_dialect.h"
+#include "servers/radio_log.h"
 
 class QTcpSocket;
 
 namespace veloran {
-
-/// One line of what passed between the radio and its clients.
-struct RadioLogLine {
-    enum class Kind { received, sent, note };
-
-    Instant at;
-    Kind kind = Kind::note;
-    RadioDialect::ClientId client = 0;  ///< counted from 1
-    std::string text;                   ///< without its line end
-};
-
-/// "2026-03-01T12:00:00.123Z #1 < \sat_caps": the time in UTC, the client, ">" for what the radio
-/// sent, "<" for what it received, "." for what happened to it.
-std::string logText(const RadioLogLine& line);
 
 /// A radio server on the loopback address that behaves like rigctld, with or without SAT_PROTO v1.
 /// It lives on the thread that made it, and needs that thread's event loop.
@@ -37,8 +22,6 @@ class SimulatedRadio {
 
     /// A client whose line grows beyond this is dropped.
     static constexpr std::size_t kLongestLine = 4096;
-    /// The log forgets its oldest lines beyond this.
-    static constexpr std::size_t kLongestLog = 500'000;
 
     explicit SimulatedRadio(CapsAnswer capsAnswer = CapsAnswer::satProtoV1);
     ~SimulatedRadio();
@@ -56,8 +39,7 @@ class SimulatedRadio {
 
     std::uint16_t port() const { return port_; }
     const RadioDialect& radio() const { return radio_; }
-    const std::deque<RadioLogLine>& log() const { return log_; }
-    /// Lines received that start with `prefix`, in order.
+    /// The lines received that start with `prefix`, in order, as far back as the log goes.
     std::vector<std::string> received(std::string_view prefix = "") const;
 
     Observer onLine;  ///< called for each line of the log as it is written
@@ -72,7 +54,7 @@ class SimulatedRadio {
     std::uint16_t port_ = 0;
     RadioDialect radio_;
     RadioDialect::ClientId lastClient_ = 0;
-    std::deque<RadioLogLine> log_;
+    RadioLog log_;
 };
 
 }  // namespace veloran
