@@ -1,11 +1,37 @@
 #include "qt/qt_tcp_connection.h"
 
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+
 #include <QNetworkProxy>
 #include <QTcpSocket>
 #include <algorithm>
 #include <utility>
 
 namespace veloran {
+namespace {
+
+void setOption(qintptr socket, int level, int option, int value) {
+    ::setsockopt(static_cast<int>(socket), level, option, &value, sizeof value);
+}
+
+/// Without these the system tries for fifteen minutes to deliver, and for ever when there is
+/// nothing to deliver.
+void noticeSilentEnd(qintptr socket) {
+    using Connection = QtTcpConnection;
+    setOption(socket, IPPROTO_TCP, TCP_USER_TIMEOUT, Connection::kUnansweredMilliseconds);
+    setOption(socket, SOL_SOCKET, SO_KEEPALIVE, 1);
+    setOption(socket, IPPROTO_TCP, TCP_KEEPIDLE, Connection::kIdleSeconds);
+    setOption(socket, IPPROTO_TCP, TCP_KEEPINTVL, Connection::kProbeSeconds);
+}
+
+/// Whether the other end said goodbye, in order or by a reset.
+bool isClosedByPeer(const QTcpSocket& socket) {
+    return socket.error() == QAbstractSocket::RemoteHostClosedError;
+}
+
+}  // namespace
 
 QtTcpConnection::QtTcpConnection(MainLoop& loop, std::string host, std::uint16_t port)
     : loop_(loop), host_(std::move(host)), port_(port) {}
@@ -70,10 +96,12 @@ void QtTcpConnection::attempt() {
         loop_.post([weak = weak_from_this(), attempts = attempts_] {
             const auto self = weak.lock();
             if (!self || self->isOver() || self->attempts_ != attempts || !self->socket_) return;
-            if (self->state_ == TcpState::ready) {
+            if (self->state_ != TcpState::ready) {
+                self->onAttemptFailed();
+            } else if (isClosedByPeer(*self->socket_)) {
                 self->onClosed();
             } else {
-                self->onAttemptFailed();
+                self->end(TcpState::failed);
             }
         });
     };
@@ -96,6 +124,7 @@ void QtTcpConnection::onAttemptFailed() {
 
 void QtTcpConnection::onConnected() {
     socket_->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    noticeSilentEnd(socket_->socketDescriptor());
     enter(TcpState::ready);
     write(std::exchange(early_, {}));
 }

@@ -26,6 +26,10 @@ class QtTcpConnection final : public TcpConnection,
                               public std::enable_shared_from_this<QtTcpConnection> {
   public:
     static constexpr double kRetrySeconds = 1;
+    /// The system looks when it repeats what was not acknowledged: up to half a second later.
+    static constexpr int kUnansweredMilliseconds = 4000;
+    static constexpr int kIdleSeconds = 10;  // then the system asks whether the peer is there
+    static constexpr int kProbeSeconds = 4;
     static constexpr std::size_t kReadBuffer = 64 * 1024;
     static constexpr std::size_t kLargestBacklog = 1024 * 1024;
 

@@ -1,6 +1,9 @@
 #include "qt/qt_tcp_connection.h"
 
 #include <gmock/gmock.h>
+#include <linux/filter.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <sys/socket.h>
 
 #include <QHostAddress>
@@ -74,6 +77,34 @@ class QtTcpConnectionTest : public ::testing::Test {
         ::setsockopt(static_cast<int>(peer->socketDescriptor()), SOL_SOCKET, SO_LINGER, &noGoodbye,
                      sizeof noGoodbye);
         peer->abort();
+    }
+
+    /// From now on the peer's system hears nothing and says nothing, as if its cable were cut: it
+    /// drops every packet of this connection before TCP sees it.
+    void cutOffPeer() {
+        sock_filter dropAll = BPF_STMT(BPF_RET | BPF_K, 0);
+        const sock_fprog program{1, &dropAll};
+        ASSERT_EQ(::setsockopt(static_cast<int>(peer->socketDescriptor()), SOL_SOCKET,
+                               SO_ATTACH_FILTER, &program, sizeof program),
+                  0);
+    }
+    /// Our end of the connection, found among the open descriptors.
+    int ownSocket() const {
+        for (int descriptor = 0; descriptor < 1024; ++descriptor) {
+            sockaddr_in other{};
+            socklen_t size = sizeof other;
+            if (::getpeername(descriptor, reinterpret_cast<sockaddr*>(&other), &size) == 0 &&
+                other.sin_family == AF_INET && ntohs(other.sin_port) == server.serverPort()) {
+                return descriptor;
+            }
+        }
+        return -1;
+    }
+    int ownOption(int level, int option) const {
+        int value = -1;
+        socklen_t size = sizeof value;
+        ::getsockopt(ownSocket(), level, option, &value, &size);
+        return value;
     }
 
     QTcpServer server;
@@ -325,6 +356,23 @@ TEST_F(QtTcpConnectionTest, ASendRightAfterTheCloseFailsBehindTheReceive) {
     const auto failed = std::ranges::find(events, "failed");
     EXPECT_LT(end, firstFailed);
     EXPECT_EQ(firstFailed + 1, failed);
+}
+
+TEST_F(QtTcpConnectionTest, APeerGoneInSilenceFailsTheConnectionThoughNothingIsLeftToSend) {
+    connectToServer();
+    receive();
+    cutOffPeer();
+    send("F 145800000\n");
+    ASSERT_TRUE(spinUntil([&] { return saw("failed"); }));
+    EXPECT_THAT(events, ElementsAre("sent", "received  (failed)", "failed"));
+}
+
+TEST_F(QtTcpConnectionTest, TheSystemIsToldHowLongAPeerMayBeSilent) {
+    connectToServer();
+    EXPECT_EQ(ownOption(IPPROTO_TCP, TCP_USER_TIMEOUT), 4000);
+    EXPECT_EQ(ownOption(SOL_SOCKET, SO_KEEPALIVE), 1);
+    // The first question and the wait for its answer.
+    EXPECT_LE(ownOption(IPPROTO_TCP, TCP_KEEPIDLE) + ownOption(IPPROTO_TCP, TCP_KEEPINTVL), 15);
 }
 
 TEST_F(QtTcpConnectionTest, CancelEndsWhatIsOutstandingAndIsReportedOnce) {
