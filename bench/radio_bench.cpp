@@ -44,8 +44,9 @@ void matching10000Replies(benchmark::State& state) {
             replies.expect([&answered](std::int64_t, const ReplyLines&) { ++answered; });
         }
         for (std::size_t at = 0; at < bytes.size(); at += kPiece) {
-            for (auto& line : framer.push(std::string_view(bytes).substr(at, kPiece))) {
-                if (const auto answer = replies.dispatch(std::move(line))) {
+            auto piece = std::string_view(bytes).substr(at, kPiece);
+            while (auto line = framer.takeLine(piece)) {
+                if (const auto answer = replies.dispatch(*line)) {
                     answer->completion(answer->code, answer->lines);
                 }
             }

@@ -79,10 +79,10 @@ void checkMatching(std::string_view bytes) {
         } else if (step == '<') {
             const auto piece = steps.received();
             all += piece;
-            for (auto& line : framer.push(piece)) {
-                lines.push_back(line);
-                const bool ends = line.starts_with("RPRT ") && !waiting.empty();
-                const auto answer = queue.dispatch(std::move(line));
+            for (auto rest = piece; auto line = framer.takeLine(rest);) {
+                lines.emplace_back(line->text);
+                const bool ends = line->startsWith("RPRT ") && !waiting.empty();
+                const auto answer = queue.dispatch(*line);
                 require(answer.has_value() == ends, "a report ends a command, nothing else does");
                 if (answer) expectOldest(*answer);
             }

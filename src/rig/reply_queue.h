@@ -4,12 +4,12 @@
 #include <deque>
 #include <functional>
 #include <optional>
-#include <string>
-#include <vector>
+
+#include "rig/line_framer.h"
+#include "rig/reply_lines.h"
 
 namespace veloran {
 
-using ReplyLines = std::vector<std::string>;
 /// Gets the server's code and the lines before it. -1: the connection went; -999: no number.
 using ReplyCompletion = std::function<void(std::int64_t code, const ReplyLines& lines)>;
 
@@ -31,13 +31,18 @@ class ReplyQueue {
 
     void expect(ReplyCompletion completion);
     /// A line that ends the oldest command gives its answer. Lines nobody waits for are dropped.
-    std::optional<Answer> dispatch(std::string line);
+    /// Of a long line, what is not kept is left in it.
+    std::optional<Answer> dispatch(FramedLine& line);
     /// Takes out every waiting command, oldest first, to be answered with kConnectionGone: without
     /// a copy, for they may fill much of the memory.
     Waiting flush();
+    /// Takes out the lines that the oldest command has so far.
+    BlockText takeLines() { return lines_.takeText(); }
     std::size_t size() const { return pending_.size(); }
 
   private:
+    void keep(FramedLine& line);
+
     // Without a limit, so of each only what has to be kept; lines come for the oldest alone.
     Waiting pending_;
     ReplyLines lines_;

@@ -1,24 +1,8 @@
 #include "rig/rig_protocol_mode.h"
 
-#include <algorithm>
-
 #include "base/text.h"
 
 namespace veloran {
-namespace {
-
-constexpr std::string_view kVersionKey = "SAT_PROTO=";
-
-/// The version announced by the first line that has the key; later ones do not count.
-std::optional<std::int64_t> announcedVersion(const ReplyLines& lines) {
-    const auto found = std::ranges::find_if(
-        lines, [](const std::string& line) { return line.starts_with(kVersionKey); });
-    if (found == lines.end()) return std::nullopt;
-    return parseInt64(std::string_view(*found).substr(kVersionKey.size()));
-}
-
-}  // namespace
-
 std::string_view rawValue(RigProtocolMode mode) {
     switch (mode) {
         case RigProtocolMode::classic:
@@ -40,7 +24,9 @@ std::optional<RigProtocolMode> rigProtocolModeFrom(std::string_view text) {
 }
 
 RigProtocolMode modeFromCapabilities(std::int64_t code, const ReplyLines& lines) {
-    const bool speaksExtension = code == 0 && announcedVersion(lines).value_or(0) >= 1;
+    // The first line that announces a version decides; later ones do not count.
+    const auto version = parseInt64(lines.announcement().value_or(""));
+    const bool speaksExtension = code == 0 && version.value_or(0) >= 1;
     return speaksExtension ? RigProtocolMode::satProtoV1 : RigProtocolMode::classic;
 }
 

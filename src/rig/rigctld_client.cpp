@@ -8,6 +8,17 @@ namespace veloran {
 namespace {
 
 constexpr std::size_t kReceiveBytes = 4096;
+constexpr std::size_t kReleasedInATurn = 8 * 1024 * 1024;  // bytes: a millisecond
+
+/// What a server has made the program hold may be so much that to let go of it takes the system a
+/// while: a piece in each turn of the loop.
+void letGo(MainLoop& loop, BlockText text) {
+    text.release(kReleasedInATurn);
+    if (text.isReleased()) return;
+    loop.after(0, [&loop, rest = std::make_shared<BlockText>(std::move(text))] {
+        letGo(loop, std::move(*rest));
+    });
+}
 
 }  // namespace
 
@@ -94,15 +105,23 @@ void RigctldClient::startReceiveLoop() {
 }
 
 void RigctldClient::handleIncoming(std::string_view bytes) {
-    for (auto& line : framer_.push(bytes)) {
-        auto answer = replies_.dispatch(std::move(line));
-        if (!answer) continue;
-        loop_.post([answer = std::move(*answer)] { answer.completion(answer.code, answer.lines); });
+    while (auto line = framer_.takeLine(bytes)) {
+        if (auto answer = replies_.dispatch(*line)) postAnswer(std::move(*answer));
+        letGo(loop_, std::move(line->longText));
     }
 }
 
+void RigctldClient::postAnswer(ReplyQueue::Answer answer) {
+    auto shared = std::make_shared<ReplyQueue::Answer>(std::move(answer));
+    loop_.post([&loop = loop_, answer = std::move(shared)] {
+        answer->completion(answer->code, answer->lines);
+        letGo(loop, answer->lines.takeText());
+    });
+}
+
 void RigctldClient::flushPending() {
-    framer_.clear();
+    letGo(loop_, framer_.clear());
+    letGo(loop_, replies_.takeLines());
     // One task for all: a server that answered nothing may have left very many.
     loop_.post([waiting = replies_.flush()] {
         for (const auto& completion : waiting) completion(ReplyQueue::kConnectionGone, {});

@@ -79,6 +79,7 @@ class RigctldClient : public std::enable_shared_from_this<RigctldClient> {
     void markLost();
     void startReceiveLoop();
     void handleIncoming(std::string_view bytes);
+    void postAnswer(ReplyQueue::Answer answer);
     void flushPending();
     void startReconnect();
     void stopReconnect();

@@ -11,7 +11,7 @@ void checkCase(const boost::json::object& testCase) {
     expectKnownMembers(testCase, {"id", "note", "code", "lines", "expected"}, "case");
     ReplyLines lines;
     for (const auto& line : testCase.at("lines").as_array()) {
-        lines.emplace_back(line.as_string());
+        lines.add(std::string_view(line.as_string()));
     }
     EXPECT_EQ(codeName(modeFromCapabilities(testCase.at("code").as_int64(), lines)),
               testCase.at("expected").as_string())

@@ -18,13 +18,16 @@ class Lines {
         if (const auto* tag = step.if_contains("pend")) {
             queue_.expect([this, name = std::string(tag->as_string())](std::int64_t code,
                                                                        const ReplyLines& lines) {
-                json::array texts(lines.begin(), lines.end());
+                const auto all = lines.all();
+                json::array texts(all.begin(), all.end());
                 answers_.push_back(
                     json::object{{"tag", name}, {"code", code}, {"lines", std::move(texts)}});
             });
         } else if (const auto* hex = step.if_contains("recv")) {
-            for (auto& line : framer_.push(fromHex(hex->as_string()))) {
-                if (auto answer = queue_.dispatch(std::move(line))) run(*answer);
+            const auto bytes = fromHex(hex->as_string());
+            std::string_view rest = bytes;
+            while (auto line = framer_.takeLine(rest)) {
+                if (auto answer = queue_.dispatch(*line)) run(*answer);
             }
         } else {
             EXPECT_TRUE(step.contains("flush"));
@@ -42,7 +45,7 @@ class Lines {
         return tags;
     }
 
-    const std::string& buffered() const { return framer_.buffered(); }
+    std::string buffered() const { return framer_.buffered(); }
 
   private:
     static void run(const ReplyQueue::Answer& answer) {

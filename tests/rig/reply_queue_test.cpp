@@ -12,7 +12,7 @@ using testing::IsEmpty;
 struct Call {
     std::string tag;
     std::int64_t code;
-    ReplyLines lines;
+    std::vector<std::string> lines;
     bool operator==(const Call&) const = default;
 };
 
@@ -20,12 +20,24 @@ class ReplyQueueTest : public testing::Test {
   protected:
     void expectReply(const std::string& tag) {
         queue.expect([this, tag](std::int64_t code, const ReplyLines& lines) {
-            calls.push_back({tag, code, lines});
+            calls.push_back({tag, code, lines.all()});
         });
     }
-    void receive(const std::string& line) {
-        if (const auto answer = queue.dispatch(line))
+    void receive(const std::string& text) {
+        FramedLine line{.text = text, .longText = {}};
+        dispatch(line);
+    }
+    /// The long line as the queue leaves it.
+    FramedLine receiveLong(const std::string& text) {
+        FramedLine line;
+        line.longText.append(text);
+        dispatch(line);
+        return line;
+    }
+    void dispatch(FramedLine& line) {
+        if (const auto answer = queue.dispatch(line)) {
             answer->completion(answer->code, answer->lines);
+        }
     }
 
     ReplyQueue queue;
@@ -95,6 +107,43 @@ TEST_F(ReplyQueueTest, AFlushTakesOutEveryCommandInOrderOfAge) {
     expectReply("d");
     receive("RPRT 0");
     EXPECT_EQ(calls.back(), (Call{"d", 0, {}}));
+}
+
+TEST_F(ReplyQueueTest, ALongLineIsContentLikeAnyOther) {
+    const std::string text(200'000, 'x');
+    expectReply("a");
+    receive("before");
+    EXPECT_TRUE(receiveLong(text).longText.isReleased()) << "taken over, not copied";
+    receive("behind");
+    receive("RPRT 0");
+    EXPECT_THAT(calls, ElementsAre(Call{"a", 0, {"before", text, "behind"}}));
+}
+
+TEST_F(ReplyQueueTest, ALongLineThatIsNotKeptIsLeftToTheCaller) {
+    const std::string text(200'000, 'x');
+    EXPECT_EQ(receiveLong(text).longText.size(), text.size()) << "nobody waits";
+    expectReply("a");
+    EXPECT_EQ(receiveLong("RPRT " + text).longText.size(), text.size() + 5);
+    EXPECT_THAT(calls, ElementsAre(Call{"a", -999, {}}));
+}
+
+TEST_F(ReplyQueueTest, TheFirstAnnouncementIsNotedWhereverItStands) {
+    std::vector<std::optional<std::string>> announcements;
+    const auto expectAnnouncement = [&] {
+        queue.expect([&](std::int64_t, const ReplyLines& lines) {
+            announcements.push_back(lines.announcement());
+        });
+    };
+    expectAnnouncement();
+    for (const auto* line : {"", "X=SAT_PROTO=3", "SAT_PROTO=1", "SAT_PROTO=2", "RPRT 0"}) {
+        receive(line);
+    }
+    expectAnnouncement();
+    receive("RPRT 0");
+    expectAnnouncement();
+    receiveLong("SAT_PROTO=1" + std::string(200'000, ' ') + "x");
+    for (const auto* line : {"SAT_PROTO=2", "RPRT 0"}) receive(line);
+    EXPECT_THAT(announcements, ElementsAre("1", std::nullopt, ""));
 }
 
 }  // namespace
