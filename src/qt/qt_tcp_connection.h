@@ -30,7 +30,7 @@ class QtTcpConnection final : public TcpConnection,
     static constexpr int kUnansweredMilliseconds = 4000;
     static constexpr int kIdleSeconds = 10;  // then the system asks whether the peer is there
     static constexpr int kProbeSeconds = 4;
-    static constexpr std::size_t kReadBuffer = 64 * 1024;
+    static constexpr std::size_t kReadBuffer = 16 * 1024;
     static constexpr std::size_t kLargestBacklog = 1024 * 1024;
 
     QtTcpConnection(MainLoop& loop, std::string host, std::uint16_t port);

@@ -14,9 +14,11 @@ namespace veloran {
 /// memory of the bytes, and 256 more.
 class BlockText {
   public:
-    /// The size of a block, but for the first ones, which are smaller. A text as long as that is
-    /// taken over, and a shorter one is better copied.
+    /// The size of a block, but for the first ones, which are smaller.
     static constexpr std::size_t kBlock = 64 * 1024;
+    /// A text of that length is taken over, a shorter one copied: what is left over in the last
+    /// block of each then stays below half.
+    static constexpr std::size_t kLong = 2 * kBlock;
 
     void append(std::string_view bytes);
     void append(BlockText other);

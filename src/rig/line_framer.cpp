@@ -51,6 +51,7 @@ void LineBounds::push(std::string_view piece) {
 // ---- LineFramer
 
 std::optional<FramedLine> LineFramer::takeLine(std::string_view& bytes) {
+    std::string().swap(joined_);  // it may be large
     const auto end = bytes.find('\n');
     const auto piece = bytes.substr(0, end);
     if (end == std::string_view::npos) {
@@ -72,7 +73,7 @@ void LineFramer::keep(std::string_view piece) {
 FramedLine LineFramer::joinedLine() {
     const auto bounds = std::exchange(bounds_, {});
     auto line = std::exchange(partial_, {});
-    const bool isLong = line.size() >= BlockText::kBlock;
+    const bool isLong = line.size() >= BlockText::kLong;
     if (bounds.isUtf8()) {
         line.cut(bounds.begin(), bounds.end());
     } else {

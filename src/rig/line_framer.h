@@ -12,7 +12,7 @@ namespace veloran {
 /// A line, trimmed of blanks and newlines at both ends, empty when it is not UTF-8.
 struct FramedLine {
     std::string_view text;  ///< lives until the framer's next call; empty when the line is long
-    BlockText longText;     ///< a line that came in BlockText::kBlock bytes and more; else nothing
+    BlockText longText;     ///< a line that came in BlockText::kLong bytes and more; else nothing
 
     bool isLong() const { return !longText.isReleased(); }
     bool startsWith(std::string_view bytes) const;
@@ -50,7 +50,7 @@ class LineFramer {
 
     BlockText partial_;  // bytes behind the last line end
     LineBounds bounds_;  // of the text in them
-    std::string joined_;
+    std::string joined_;  // the line given last, if it came in pieces
 };
 
 }  // namespace veloran

@@ -14,7 +14,7 @@ void ReplyLines::add(std::string_view line) {
 }
 
 void ReplyLines::add(BlockText& line) {
-    if (line.size() < BlockText::kBlock) return add(line.text());
+    if (line.size() < BlockText::kLong) return add(line.text());
     if (!announcement_ && line.startsWith(kAnnouncementKey)) announcement_ = "";
     text_.append(std::exchange(line, {}));
     text_.append("\n");

@@ -107,7 +107,7 @@ void RigctldClient::startReceiveLoop() {
 void RigctldClient::handleIncoming(std::string_view bytes) {
     while (auto line = framer_.takeLine(bytes)) {
         if (auto answer = replies_.dispatch(*line)) postAnswer(std::move(*answer));
-        letGo(loop_, std::move(line->longText));
+        if (line->isLong()) letGo(loop_, std::move(line->longText));
     }
 }
 

@@ -3,42 +3,19 @@
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
-#include <malloc.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <functional>
 #include <memory>
-#include <new>
 #include <string>
 #include <utility>
 
 #include "base/text.h"
 #include "core/app_state.h"
+#include "counted_memory.h"
 #include "support/core_world.h"
-
-namespace {
-
-std::int64_t liveBytes = 0;  // of operator new, as malloc really gave them
-std::int64_t peakBytes = 0;
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    void* block = std::malloc(size > 0 ? size : 1);
-    if (!block) std::abort();
-    liveBytes += static_cast<std::int64_t>(malloc_usable_size(block));
-    if (liveBytes > peakBytes) peakBytes = liveBytes;
-    return block;
-}
-void operator delete(void* block) noexcept {
-    if (block) liveBytes -= static_cast<std::int64_t>(malloc_usable_size(block));
-    std::free(block);
-}
-void operator delete(void* block, std::size_t /*size*/) noexcept {
-    operator delete(block);
-}
 
 namespace veloran::test {
 namespace {
