@@ -128,6 +128,22 @@ TEST_F(RigctldClientTest, LosingTheConnectionFlushesAndStartsOneTimer) {
     EXPECT_EQ(machine.loop.timerCount(), timers);
 }
 
+TEST_F(RigctldClientTest, ASecondEventOfALossNeitherPutsOffTheNextAttemptNorAddsOne) {
+    connect();
+    report(TcpState::failed);
+    machine.loop.advance(1);
+    report(TcpState::cancelled);
+    machine.loop.advance(0.9);
+    EXPECT_EQ(attempts(), 1U);
+    machine.loop.advance(0.2);
+    EXPECT_EQ(attempts(), 2U);
+    server().reportsCancel = false;
+    machine.loop.advance(1.8);
+    EXPECT_EQ(attempts(), 2U);
+    machine.loop.advance(0.2);
+    EXPECT_EQ(attempts(), 3U);
+}
+
 TEST_F(RigctldClientTest, AFlushedDisarmTellsItThoughArmingIsGoneAlready) {
     arm();
     client->satLOS();
