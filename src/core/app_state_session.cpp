@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/checked.h"
+#include "base/vector_state.h"
 #include "core/app_state.h"
 #include "core/status_texts.h"
 #include "orbit/doppler_calc.h"
@@ -136,6 +137,7 @@ void AppState::rigSatModeLost() {
 void AppState::updateTracking() {
     const SatellitePtr satellite = trackingSatellite;
     if (!satellite) return;
+    clearUpperVectorHalves();
     const auto angles =
         tickAngles_ ? tickAngles_(*satellite, now()) : propagatedAngles(*satellite, now());
     if (!angles) return;  // the figures stay; the next tick tries again

@@ -5,6 +5,7 @@
 #include <tuple>
 #include <utility>
 
+#include "base/vector_state.h"
 #include "elements/tle_parser.h"
 #include "orbit/ground_geometry.h"
 #include "orbit/sun_moon.h"
@@ -98,6 +99,7 @@ std::optional<Transmitter> Satellite::primaryDownlink() const {
 
 std::vector<SubSatellitePoint> groundTrack(const Satellite& satellite, Instant from, Instant to,
                                            double stepSeconds) {
+    clearUpperVectorHalves();  // asked for while something is drawn
     return groundTrack([&satellite](Instant t) { return satellite.currentSubPoint(t); }, from, to,
                        stepSeconds);
 }

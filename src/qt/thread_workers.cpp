@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/vector_state.h"
 #include "qt/handover.h"
 #include "qt/thread_priority.h"
 
@@ -29,6 +30,7 @@ class Work final : public QRunnable {
     void run() override {
         begin_.take();
         setNiceness(niceness_);  // each time: the pool replaces its threads at will
+        clearUpperVectorHalves();
         task_();
         task_ = nullptr;  // what it holds goes before the end of the pool counts it as done
         results_.give();

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "elements/omm_parser.h"
 #include "support/core_world.h"
+#include "support/vector_halves.h"
 
 namespace veloran::test {
 namespace {
@@ -163,6 +166,41 @@ TEST_F(Session, UpdateRateReplacesTheTimerOfARunningSession) {
     world.machine.loop.advance(0.11);
     EXPECT_EQ(ticks, 5);
     EXPECT_TRUE(app().isTracking);
+}
+
+TEST_F(Session, TheRateIsTakenAsItStandsWhenASessionBegins) {
+    // The control clamps it, but a stored one is not touched.
+    for (const auto& [rate, seconds, expected] :
+         {std::tuple(100.0, 1.005, 100), std::tuple(0.25, 11.5, 2), std::tuple(60.0, 1.005, 60)}) {
+        app().dopplerUpdateHz = rate;
+        app().startTracking(satellite, downlink());
+        int ticks = 0;
+        app().setTickAngles(
+            [&ticks](const Satellite&, Instant) -> std::optional<AppState::TickAngles> {
+                ++ticks;
+                return std::nullopt;
+            });
+        world.machine.loop.advance(seconds);
+        EXPECT_EQ(ticks, expected) << rate << " Hz";
+        EXPECT_EQ(app().dopplerUpdateHz, rate);
+    }
+}
+
+TEST_F(Session, ATickComputesWithTheUpperHalvesOfTheVectorRegistersFree) {
+    const bool isSeen = canSeeUpperHalves();
+    app().startTracking(satellite, downlink());
+    int ticks = 0;
+    bool wereInUse = false;
+    app().setTickAngles([&](const Satellite&, Instant) -> std::optional<AppState::TickAngles> {
+        ++ticks;
+        wereInUse |= isSeen && areUpperHalvesInUse();
+        dirtyUpperHalves();
+        return std::nullopt;
+    });
+    dirtyUpperHalves();
+    world.machine.loop.advance(1.05);
+    EXPECT_EQ(ticks, 10);
+    EXPECT_FALSE(wereInUse);
 }
 
 TEST_F(Session, StopKeepsChannelCalibrationFiguresAndConnection) {

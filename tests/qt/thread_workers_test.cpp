@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 
+#include <QHash>
+#include <QString>
 #include <algorithm>
 #include <atomic>
 #include <numeric>
@@ -12,6 +14,7 @@
 
 #include "qt/qt_main_loop.h"
 #include "qt/spin.h"
+#include "support/vector_halves.h"
 
 namespace veloran {
 namespace {
@@ -66,6 +69,34 @@ TEST(ThreadWorkers, WorkersGiveWayAndTheMainThreadDoesNot) {
     EXPECT_EQ(niceness(), before);
 }
 #endif
+
+TEST(ThreadWorkers, EachTaskBeginsWithTheUpperHalvesOfTheVectorRegistersFree) {
+    const bool canSee = test::canSeeUpperHalves();
+    const auto lookUp = [] {
+        const QHash<QString, int> numbers{{"one", 1}, {"two", 2}};
+        return numbers.value("two");
+    };
+    QtMainLoop loop;
+    ThreadWorkers workers(1);
+    // A thread inherits the state of the one that starts it, and keeps that of its last task.
+    test::dirtyUpperHalves();
+    std::vector<int> found;
+    std::vector<bool> wereInUse;
+    for (int i = 0; i < 10; ++i) {
+        workers.run([&] {
+            const bool inUse = canSee && test::areUpperHalvesInUse();
+            const int two = lookUp();
+            test::dirtyUpperHalves();
+            loop.post([&, inUse, two] {
+                wereInUse.push_back(inUse);
+                found.push_back(two);
+            });
+        });
+    }
+    ASSERT_TRUE(spinUntil([&] { return found.size() == 10; }));
+    EXPECT_THAT(wereInUse, ::testing::Each(false));
+    EXPECT_THAT(found, ::testing::Each(2));
+}
 
 TEST(ThreadWorkers, TheEndWaitsForWhatRunsAndDropsWhatHasNotBegun) {
     std::atomic<bool> begun = false;
