@@ -8,7 +8,7 @@ namespace veloran {
 namespace {
 
 constexpr std::size_t kReceiveBytes = 4096;
-constexpr std::size_t kReleasedInATurn = 8 * 1024 * 1024;  // bytes: a millisecond
+constexpr std::size_t kReleasedInATurn = 1024 * 1024;  // bytes
 
 /// What a server has made the program hold may be so much that to let go of it takes the system a
 /// while: a piece in each turn of the loop.
