@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "demo/process_figures.h"
 #include "transmitters/transponder_pair.h"
 
 namespace veloran {
@@ -65,7 +66,8 @@ Demo::Demo(std::shared_ptr<AppState> state, const DemoOptions& options)
     : state_(std::move(state)),
       show_(options.show),
       satellites_(options.satellites),
-      search_(options.search) {}
+      search_(options.search),
+      restSeconds_(options.searchEvery.value_or(0)) {}
 
 void Demo::start(MainLoop& loop) {
     timer_ = loop.every(kLookSeconds, [this] { look(); });
@@ -83,13 +85,32 @@ void Demo::look() {
             showPass();
             if (show_ >= DemoShow::tracking) markPasses();
             step_ = Step::searching;
+            turned_ = SteadyClock::now();
             if (!search_) timer_.reset();
             if (onReady) onReady();
             return;
-        case Step::searching:
-            if (!state_->passProgress->has_value()) state_->computeAllPasses();
+        case Step::searching: {
+            if (state_->passProgress->has_value()) return;
+            if (isSearching_) endSearch();
+            const std::chrono::duration<double> rest = SteadyClock::now() - turned_;
+            if (rest.count() >= restSeconds_) beginSearch();
             return;
+        }
     }
+}
+
+void Demo::beginSearch() {
+    isSearching_ = true;
+    turned_ = SteadyClock::now();
+    processorAtBegin_ = workerSeconds();
+    state_->computeAllPasses();
+}
+
+void Demo::endSearch() {
+    isSearching_ = false;
+    const auto now = SteadyClock::now();
+    const std::chrono::duration<double> wall = now - std::exchange(turned_, now);
+    searches_.push_back({wall.count(), workerSeconds() - processorAtBegin_});
 }
 
 void Demo::selectMore() {

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "core/app_state.h"
 #include "demo/demo_options.h"
@@ -16,6 +18,12 @@ namespace veloran {
 /// rests, or goes on searching passes. Asked to show less, it stops on the way.
 class Demo {
   public:
+    /// A search of the passes of all that is selected, amid the running window.
+    struct Search {
+        double wallSeconds = 0;       // to a tenth
+        double processorSeconds = 0;  // of all threads but the main one
+    };
+
     Demo(std::shared_ptr<AppState> state, const DemoOptions& options);
 
     void start(MainLoop& loop);
@@ -28,6 +36,9 @@ class Demo {
 
     std::size_t resolvedConflicts() const { return resolvedConflicts_; }
 
+    /// Those that have ended.
+    const std::vector<Search>& searches() const { return searches_; }
+
   private:
     enum class Step { loading, computing, searching };
 
@@ -36,15 +47,23 @@ class Demo {
     bool allPassesKnown() const;
     void showPass();
     void markPasses();
+    void beginSearch();
+    void endSearch();
 
     std::shared_ptr<AppState> state_;
     DemoShow show_;
     std::size_t satellites_;
     bool search_;
+    double restSeconds_;
     Step step_ = Step::loading;
     std::optional<PassInfo> picked_;
     std::size_t resolvedConflicts_ = 0;
     std::unique_ptr<Timer> timer_;
+    using SteadyClock = std::chrono::steady_clock;
+    bool isSearching_ = false;
+    SteadyClock::time_point turned_;  // when the search began, or the rest
+    double processorAtBegin_ = 0;
+    std::vector<Search> searches_;
 };
 
 /// The pass to show and the channel to work in it, of a satellite with a downlink: the first under

@@ -32,6 +32,14 @@ DemoShow show(const QCommandLineParser& parser) {
     return static_cast<DemoShow>(index);
 }
 
+DemoFlood flood(const QCommandLineParser& parser) {
+    static const QStringList kNames{"linefeeds", "line", "binary"};
+    const QString text = parser.value("flood");
+    const int index = static_cast<int>(kNames.indexOf(text));
+    if (index < 0) refuse("flood", text);
+    return static_cast<DemoFlood>(index + 1);
+}
+
 std::string mapStyle(const QCommandLineParser& parser) {
     const QString text = parser.value("map");
     if (!QStringList{"standard", "imagery", "hybrid"}.contains(text)) refuse("map", text);
@@ -73,6 +81,9 @@ DemoOptions readDemoOptions(const QApplication& application) {
         {"map", "Style of the map: standard, imagery or hybrid.", "STYLE", "standard"},
         {"satellites", "Select so many, with made-up ones if need be; 0 to 20000.", "N", "0"},
         {"search", "Search the passes anew as soon as a search has ended."},
+        {"search-every", "Search the passes anew so long after a search has ended.", "SECONDS"},
+        {"flood", "Let the radio server send linefeeds, a line without end, or binary, for ever.",
+         "WHAT"},
         {"resize", "Change the size of the window all the time."},
         {"figures",
          "Measure ticks, frames and processor from the first tick on, the first window and "
@@ -90,7 +101,9 @@ DemoOptions readDemoOptions(const QApplication& application) {
     options.show = show(parser);
     options.mapStyle = mapStyle(parser);
     options.satellites = static_cast<std::size_t>(number(parser, "satellites", 0, 20000));
-    options.search = parser.isSet("search");
+    options.search = parser.isSet("search") || parser.isSet("search-every");
+    if (parser.isSet("search-every")) options.searchEvery = number(parser, "search-every", 0, 1e6);
+    if (parser.isSet("flood")) options.flood = flood(parser);
     options.resize = parser.isSet("resize");
     options.figures = parser.isSet("figures");
     options.rateHz = number(parser, "rate", 1, 50);

@@ -22,6 +22,9 @@ enum class DemoShow {
     settings
 };
 
+/// What the radio server sends without end, as fast as it is taken, once a session runs.
+enum class DemoFlood { none, lineFeeds, line, binary };
+
 struct DemoOptions {
     std::optional<double> seconds;  ///< absent: until the window is closed
     QString screenshot;             ///< empty: none
@@ -31,11 +34,13 @@ struct DemoOptions {
     std::optional<bool> dark;  ///< absent: as the desktop is
     double rateHz = 10;
     DemoShow show = DemoShow::tracking;
-    std::string mapStyle;        ///< as stored; empty: the first
-    std::size_t satellites = 0;  ///< to select, if more than the demo selects by itself
-    bool search = false;         ///< search passes anew as soon as a search has ended
-    bool resize = false;         ///< change the window's size all the time
-    bool figures = false;        ///< measure, and say so in the report
+    std::string mapStyle;               ///< as stored; empty: the first
+    std::size_t satellites = 0;         ///< to select, if more than the demo selects by itself
+    bool search = false;                ///< search passes anew as soon as a search has ended
+    std::optional<double> searchEvery;  ///< seconds of rest between searches
+    DemoFlood flood = DemoFlood::none;
+    bool resize = false;   ///< change the window's size all the time
+    bool figures = false;  ///< measure, and say so in the report
 };
 
 /// Reads the command line. A bad one, and --help, end the program with a text.

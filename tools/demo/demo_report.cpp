@@ -41,6 +41,15 @@ std::string tuningText(const char* name, const std::optional<SatChannel>& channe
                        channel->dopplerHz, channel->rateHzS.value_or(0));
 }
 
+/// "2, in seconds, of processors in brackets: 2.3 (4.31) 2.2 (4.29)".
+std::string searchesText(const std::vector<Demo::Search>& searches) {
+    std::string text = fmt::format("{}, in seconds, of processors in brackets:", searches.size());
+    for (const auto& search : searches) {
+        text += fmt::format(" {:.1f} ({:.2f})", search.wallSeconds, search.processorSeconds);
+    }
+    return text;
+}
+
 std::string fileText(const QString& name) {
     return name.isEmpty() ? "none" : name.toStdString();
 }
@@ -75,6 +84,7 @@ std::string demoReport(const AppState& state, const Demo& demo, const LocalStati
                                     state.currentRange.get()));
     line("files",
          fmt::format("picture {}, log {}", fileText(options.screenshot), fileText(options.log)));
+    if (!demo.searches().empty()) line("searches", searchesText(demo.searches()));
     line("processor", fmt::format("{:.2f} s used", processorSeconds()));
     return text;
 }

@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 #include <cstdio>
+#include <memory>
 
 #include "app/desktop_machine.h"
 #include "base/unique_id.h"
@@ -17,6 +18,7 @@
 #include "demo/local_station.h"
 #include "demo/watched_loop.h"
 #include "sample_catalogue/sample_catalogue.h"
+#include "servers/flooding_radio.h"
 #include "ui/main_window.h"
 #include "ui/theme.h"
 
@@ -24,14 +26,29 @@ namespace {
 
 using namespace veloran;
 
-void pointAtStation(AppState& state, const LocalStation& station, const DemoOptions& options) {
+std::unique_ptr<FloodingRadio> floodingRadio(DemoFlood flood) {
+    switch (flood) {
+        case DemoFlood::none:
+            return nullptr;
+        case DemoFlood::lineFeeds:
+            return std::make_unique<FloodingRadio>(FloodingRadio::lineFeeds());
+        case DemoFlood::line:
+            return std::make_unique<FloodingRadio>(FloodingRadio::endlessLine());
+        case DemoFlood::binary:
+            return std::make_unique<FloodingRadio>(FloodingRadio::binary());
+    }
+    return nullptr;
+}
+
+void pointAtStation(AppState& state, const LocalStation& station, std::uint16_t radioPort,
+                    const DemoOptions& options) {
     const UserTLESource own{UniqueId::make().text(), "Own source", station.ownSourceUrl()};
     state.userSources().add(own);
     std::set<std::string> groups{"amateur", "stations", "weather", own.categoryKey()};
     if (options.satellites > 0) groups.insert("active");
     state.subscribedCategories = groups;
     state.rigHost = std::string("127.0.0.1");
-    state.rigPort = std::int64_t{station.radio().port()};
+    state.rigPort = std::int64_t{radioPort};
     state.dopplerUpdateHz = options.rateHz;
 }
 
@@ -64,6 +81,12 @@ int main(int argc, char** argv) {
         return 1;
     }
 
+    const auto flooding = floodingRadio(options.flood);
+    if (flooding && !flooding->start()) {
+        fmt::print(stderr, "veloran-demo: no free port on 127.0.0.1\n");
+        return 1;
+    }
+
     AppConfig config;
     config.elementServiceBase = station.web().base();
     config.transmitterServiceBase = station.web().base();
@@ -75,7 +98,7 @@ int main(int argc, char** argv) {
     const Machine watched{machine.clock, loop,         machine.workers, machine.settings,
                           machine.files, machine.http, machine.tcp,     machine.location};
     const auto state = AppState::create(watched, config);
-    pointAtStation(*state, station, options);
+    pointAtStation(*state, station, flooding ? flooding->port() : station.radio().port(), options);
 
     MainWindow window(state);
     window.resize(options.size);
@@ -98,5 +121,9 @@ int main(int argc, char** argv) {
     QApplication::exec();
     if (lastPicture.isNull()) lastPicture = picture(window, options.part);
     if (options.figures) fmt::print("{}", figures.report());
+    if (flooding) {
+        fmt::print("{:<12}{:.1f} MB\n", "flooded",
+                   static_cast<double>(flooding->bytesSent()) / 1e6);
+    }
     return finish(*state, demo, station, lastPicture, options);
 }

@@ -34,15 +34,24 @@ double megabytes(const std::string& lines, const std::string& name) {
     return word(lines.substr(at + name.size() + 2), 0) / 1024;
 }
 
-}  // namespace
-
-double processorSeconds() {
+/// User and system time.
+double usedBy(int whom) {
     rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
+    getrusage(whom, &usage);
     const auto seconds = [](const timeval& t) {
         return static_cast<double>(t.tv_sec) + static_cast<double>(t.tv_usec) * 1e-6;
     };
     return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+}  // namespace
+
+double processorSeconds() {
+    return usedBy(RUSAGE_SELF);
+}
+
+double workerSeconds() {
+    return usedBy(RUSAGE_SELF) - usedBy(RUSAGE_THREAD);
 }
 
 double secondsSinceStart() {
