@@ -6,7 +6,9 @@ target_compile_options(veloran_flags INTERFACE
     # A fused multiply-add rounds once where two operations round twice: without this the same
     # element set gives other digits on another processor.
     -ffp-contract=off
-    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Wconversion -Werror)
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Wconversion
+    # A newer compiler or library warns about more: that is for us to see, and no user's build to end.
+    $<$<BOOL:${VELORAN_WARNINGS_ARE_ERRORS}>:-Werror>)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # -fsanitize and -O3 make these two warn about code that is right (GCC bugs 105329, 105562).
     target_compile_options(veloran_flags INTERFACE -Wno-restrict -Wno-maybe-uninitialized)
