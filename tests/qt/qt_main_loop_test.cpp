@@ -110,21 +110,25 @@ TEST(QtMainLoop, OddWaitsOfAfterAreNoWait) {
 
 TEST(QtMainLoop, ATimerKeepsToTheGridOfItsStart) {
     constexpr double kInterval = 1.0 / 30;  // no whole number of milliseconds
-    QtMainLoop loop;
-    const Stopwatch watch;
-    std::vector<double> fired;
-    const auto timer = loop.every(kInterval, [&] { fired.push_back(watch.seconds()); });
-    const double started = watch.seconds();
-    ASSERT_TRUE(spinUntil([&] { return fired.size() == 35; }));
-    for (std::size_t i = 0; i < fired.size(); ++i) {
-        EXPECT_GE(fired[i], static_cast<double>(i + 1) * kInterval) << "firing " << i;
-    }
-    // A period rounded to 34 ms would be 17 ms off the grid by now.
+    // A period rounded to 34 ms is 17 ms off the grid after 25 firings. Where the machine is so
+    // busy that all come late, or that the grid's start is not known well, the next 35 are looked
+    // at.
     double closest = kInterval;
-    for (std::size_t i = 25; i < fired.size(); ++i) {
-        closest = std::min(closest, std::fmod(fired[i], kInterval));
+    for (int round = 0; round < 20 && closest > 0.012; ++round) {
+        QtMainLoop loop;
+        const Stopwatch watch;
+        std::vector<double> fired;
+        const auto timer = loop.every(kInterval, [&] { fired.push_back(watch.seconds()); });
+        const double started = watch.seconds();
+        ASSERT_TRUE(spinUntil([&] { return fired.size() == 35; }));
+        for (std::size_t i = 0; i < fired.size(); ++i) {
+            EXPECT_GE(fired[i], static_cast<double>(i + 1) * kInterval) << "firing " << i;
+        }
+        for (std::size_t i = 25; i < fired.size(); ++i) {
+            if (started < 0.003) closest = std::min(closest, std::fmod(fired[i], kInterval));
+        }
     }
-    EXPECT_LT(closest, 0.012 + started);
+    EXPECT_LE(closest, 0.012);
 }
 
 TEST(QtMainLoop, ABusyLoopSkipsFiringsAndDoesNotBunchThem) {
