@@ -2,13 +2,13 @@
 
 #include <gmock/gmock.h>
 
-#include <QElapsedTimer>
 #include <algorithm>
 #include <optional>
 #include <set>
 #include <sstream>
 #include <vector>
 
+#include "base/text.h"
 #include "qt/gzip.h"
 #include "qt/qt_main_loop.h"
 #include "qt/raw_http_server.h"
@@ -159,9 +159,11 @@ TEST_F(QtHttpClientTest, TheRequestCarriesNoHeadersOfOurOwn) {
     std::getline(head, line);
     EXPECT_EQ(line, "GET /it HTTP/1.1\r");
     std::set<std::string> names;
-    while (std::getline(head, line) && line != "\r") names.insert(line.substr(0, line.find(':')));
-    EXPECT_EQ(names, (std::set<std::string>{"Accept-Encoding", "Accept-Language", "Connection",
-                                            "Host", "User-Agent"}));
+    while (std::getline(head, line) && line != "\r") {
+        names.insert(lowerCased(line.substr(0, line.find(':'))));  // as Qt 6.8 sends them
+    }
+    EXPECT_EQ(names, (std::set<std::string>{"accept-encoding", "accept-language", "connection",
+                                            "host", "user-agent"}));
 }
 
 TEST_F(QtHttpClientTest, ManyRequestsAtOnceAllComplete) {
@@ -183,16 +185,15 @@ TEST_F(QtHttpClientTest, AServerThatSaysNothingForTooLongCountsAsFailed) {
 }
 
 TEST_F(QtHttpClientTest, AServerThatNeverAnswersHoldsUpNothing) {
+    client =
+        std::make_unique<QtHttpClient>(loop, 1e6);  // who waits for that server, waits for days
     int completed = 0;
     const auto count = [&](const Body&) { ++completed; };
     client->get(server.url("/never"), count);
     ASSERT_TRUE(spinUntil([&] { return !server.requests.empty(); }));
     EXPECT_THAT(answered(httpAnswer("200 OK", "x")), Optional(std::string("x")));
     client->get("no address", count);
-    QElapsedTimer end;
-    end.start();
     client.reset();
-    EXPECT_LT(end.elapsed(), 3000);
     test::spinFor(20);
     EXPECT_EQ(completed, 0);
 }
