@@ -10,6 +10,7 @@
 #include <iterator>
 
 #include "sample_catalogue/sample_catalogue.h"
+#include "support/processor_time.h"
 
 namespace veloran::test {
 
@@ -126,10 +127,14 @@ void TickHistory::sample() const {
     if (values_.back() != present) values_.push_back(present);
 }
 
-LoopWatch::LoopWatch() : last_(steadySeconds()) {
+double LoopWatch::ownSeconds() {
+    return steadySeconds() - threadQueuedSeconds();
+}
+
+LoopWatch::LoopWatch() : last_(ownSeconds()) {
     timer_.setTimerType(Qt::PreciseTimer);
     timer_.callOnTimeout([this] {
-        const double now = steadySeconds();
+        const double now = ownSeconds();
         longest_ = std::max(longest_, now - last_);
         last_ = now;
         ++beats_;

@@ -88,7 +88,8 @@ class TickHistory {
     ChangeNotifier::Subscription subscription_;
 };
 
-/// The longest time that the event loop was deaf: gaps of a 5 ms timer.
+/// The longest time that the event loop was deaf by its own doing: gaps of a 5 ms timer, without
+/// the time that other programs had the processors.
 class LoopWatch {
   public:
     LoopWatch();
@@ -96,6 +97,8 @@ class LoopWatch {
     std::size_t beats() const { return beats_; }
 
   private:
+    static double ownSeconds();
+
     QTimer timer_;
     double last_;
     double longest_ = 0;

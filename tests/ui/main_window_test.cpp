@@ -26,7 +26,7 @@ class MainWindowTest : public UiFixture {
   protected:
     void showWindow() {
         window.show();
-        ASSERT_TRUE(QTest::qWaitFor([this] { return state->isLoadingTLEs.get(); }));
+        ASSERT_TRUE(QTest::qWaitFor([this] { return state->isLoadingTLEs.get(); }, kPatienceMs));
     }
     void trackPair() {
         const auto satellite = addSatellite("RS-44", 44909, {passAt(start)},

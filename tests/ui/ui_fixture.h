@@ -11,6 +11,7 @@
 
 #include "core/app_state.h"
 #include "support/simulated_machine.h"
+#include "ui/patience.h"
 #include "ui/state_refresher.h"
 #include "ui/widgets/value_label.h"
 
@@ -91,7 +92,7 @@ class UiFixture : public ::testing::Test {
         ASSERT_NE(refresher, nullptr);
         QSignalSpy refreshed(refresher, &StateRefresher::refresh);
         action();
-        ASSERT_TRUE(refreshed.wait());
+        ASSERT_TRUE(refreshed.wait(kPatienceMs));
     }
 
     SimulatedMachine machine;

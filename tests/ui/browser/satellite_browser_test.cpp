@@ -58,10 +58,12 @@ class SatelliteBrowserTest : public BrowserFixture {
     /// Lets an import end, on the disk and on the simulated machine.
     template <class Condition>
     bool settle(Condition isDone) {
-        return QTest::qWaitFor([&] {
-            machine.loop.runPosted();
-            return isDone();
-        });
+        return QTest::qWaitFor(
+            [&] {
+                machine.loop.runPosted();
+                return isDone();
+            },
+            kPatienceMs);
     }
 
     std::unique_ptr<SatelliteBrowser> window;

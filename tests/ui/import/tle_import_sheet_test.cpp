@@ -52,10 +52,12 @@ class TLEImportSheetTest : public UiFixture {
     /// Lets the import end, in both its worlds: the disk's and the simulated machine's.
     template <class Condition>
     bool settle(Condition isDone) {
-        return QTest::qWaitFor([&] {
-            machine.loop.runPosted();
-            return isDone();
-        });
+        return QTest::qWaitFor(
+            [&] {
+                machine.loop.runPosted();
+                return isDone();
+            },
+            kPatienceMs);
     }
     bool settle() {
         return settle([this] { return !isBusy(); });

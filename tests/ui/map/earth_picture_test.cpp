@@ -7,6 +7,8 @@
 #include <QTemporaryDir>
 #include <QThread>
 
+#include "ui/patience.h"
+
 namespace veloran::test {
 namespace {
 
@@ -79,7 +81,7 @@ TEST_F(EarthPictureTest, ArrivesOnTheThreadThatOwnsIt) {
     earth.load();
     EXPECT_TRUE(earth.image().isNull()) << "never before the loop turns";
     earth.load();
-    ASSERT_TRUE(loaded.count() == 1 || loaded.wait());
+    ASSERT_TRUE(loaded.count() == 1 || loaded.wait(kPatienceMs));
     EXPECT_EQ(loaded.count(), 1);
     EXPECT_EQ(thread, QThread::currentThread());
     EXPECT_EQ(earth.image().width(), 64);

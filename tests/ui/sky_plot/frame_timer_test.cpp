@@ -7,6 +7,8 @@
 #include <QWidget>
 #include <limits>
 
+#include "ui/patience.h"
+
 namespace veloran {
 namespace {
 
@@ -42,7 +44,7 @@ TEST_F(FrameTimerTest, FiresWhileTheWidgetIsSeen) {
     EXPECT_TRUE(timer->isRunning());
     EXPECT_EQ(timer->interval(), frameMilliseconds(widget->screen()->refreshRate()));
     QSignalSpy frames(timer, &FrameTimer::frame);
-    EXPECT_TRUE(frames.wait());
+    EXPECT_TRUE(frames.wait(test::kPatienceMs));
 }
 
 TEST_F(FrameTimerTest, StandsWhileTheWidgetIsHidden) {
