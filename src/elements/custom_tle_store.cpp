@@ -70,9 +70,14 @@ std::optional<std::vector<TLEData>> parseJSON(std::string_view text) {
 
 }  // namespace
 
-ImportMessage importMessage(std::int64_t count, const std::optional<std::string>& error) {
+ImportMessage importMessage(std::int64_t count, const std::optional<std::string>& error,
+                            bool hasPutAside) {
     if (error) return {"Error: " + *error, true};
-    return {fmt::format("Imported {} satellite{}", count, count == 1 ? "" : "s"), false};
+    return {fmt::format("Imported {} satellite{}{}", count, count == 1 ? "" : "s",
+                        hasPutAside ? "; the earlier custom.tle could not be read and is kept as "
+                                      "custom.tle.unreadable"
+                                    : ""),
+            false};
 }
 
 DecodedImport decodeImport(std::string_view text) {
@@ -121,9 +126,16 @@ std::filesystem::path CustomTLEStore::fileURL() const {
 }
 
 std::vector<TLEData> CustomTLEStore::load() const {
+    return read().value_or(std::vector<TLEData>{});
+}
+
+/// Absent for no file and for one that does not read: text of another encoding may be valid UTF-8
+/// without a set in it.
+std::optional<std::vector<TLEData>> CustomTLEStore::read() const {
     const auto content = files_.read(fileURL());
-    if (!content || !isValidUtf8(*content)) return {};
+    if (!content || !isValidUtf8(*content)) return std::nullopt;
     auto sets = TLEParser::parse(*content);
+    if (sets.empty() && !trimmed(*content, Blanks::withNewlines).empty()) return std::nullopt;
     for (auto& set : sets) set.source = kCustomSource;
     return sets;
 }
@@ -134,16 +146,30 @@ void CustomTLEStore::save(const std::vector<TLEData>& sets) {
 }
 
 std::int64_t CustomTLEStore::add(const std::vector<TLEData>& sets) {
-    auto stored = load();
-    const auto added = mergeImported(stored, sets);
-    save(stored);
-    return added;
+    return store(sets).count;
+}
+
+CustomTLEStore::ImportResult CustomTLEStore::store(const std::vector<TLEData>& sets) {
+    auto stored = read();
+    ImportResult result;
+    if (!stored) {
+        const auto aside = files_.putAside(fileURL());
+        if (aside == PutAside::failed) {
+            return {0, "custom.tle cannot be read, and not be put aside either", false};
+        }
+        result.hasPutAside = aside == PutAside::moved;
+        stored.emplace();
+    }
+    result.count = mergeImported(*stored, sets);
+    save(*stored);
+    return result;
 }
 
 void CustomTLEStore::remove(std::int64_t noradId) {
-    auto stored = load();
-    std::erase_if(stored, [noradId](const auto& set) { return set.noradId == noradId; });
-    save(stored);
+    auto stored = read();
+    if (!stored) return;
+    std::erase_if(*stored, [noradId](const auto& set) { return set.noradId == noradId; });
+    save(*stored);
 }
 
 void CustomTLEStore::clear() {
@@ -152,8 +178,8 @@ void CustomTLEStore::clear() {
 
 CustomTLEStore::ImportResult CustomTLEStore::importFromText(std::string_view text) {
     auto decoded = decodeImport(text);
-    if (decoded.error) return {0, std::move(decoded.error)};
-    return {add(decoded.sets), std::nullopt};
+    if (decoded.error) return {0, std::move(decoded.error), false};
+    return store(decoded.sets);
 }
 
 }  // namespace veloran

@@ -8,6 +8,8 @@
 
 namespace veloran {
 
+enum class PutAside { nothingThere, moved, failed };
+
 /// Whole files. May be used from any thread; may block, so big files belong on a worker.
 class FileStore {
   public:
@@ -24,6 +26,9 @@ class FileStore {
     virtual bool writeAtomically(const std::filesystem::path& path, std::string_view content) = 0;
     /// Removes a file. False when there was none or it could not be removed.
     virtual bool remove(const std::filesystem::path& path) = 0;
+    /// Renames what stands at `path`, be it a file or not, to "<name>.unreadable", in place of an
+    /// earlier one.
+    virtual PutAside putAside(const std::filesystem::path& path) = 0;
     /// Removes a directory with all its content, as far as that goes.
     virtual void removeDirectory(const std::filesystem::path& path) = 0;
 };

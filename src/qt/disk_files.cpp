@@ -15,6 +15,20 @@ QString nameOf(const std::filesystem::path& path) {
     return QFile::decodeName(QByteArray::fromStdString(path.string()));
 }
 
+constexpr QFileDevice::Permissions kUserAlone{QFileDevice::ReadOwner, QFileDevice::WriteOwner};
+
+bool write(const std::filesystem::path& path, std::string_view content, bool isPrivate) {
+    std::error_code ignored;  // the write itself tells whether the directory is there
+    std::filesystem::create_directories(path.parent_path(), ignored);
+    QSaveFile file(nameOf(path));
+    if (!file.open(QIODevice::WriteOnly)) return false;
+    // Before the first byte, so that nobody else has read it by then. A file system that knows no
+    // users takes the file all the same.
+    if (isPrivate) file.setPermissions(kUserAlone);
+    file.write(content.data(), static_cast<qint64>(content.size()));
+    return file.commit();
+}
+
 }  // namespace
 
 DiskFiles::DiskFiles(std::filesystem::path home) : home_(std::move(home)) {}
@@ -39,16 +53,28 @@ std::optional<std::string> DiskFiles::read(const std::filesystem::path& path) co
 }
 
 bool DiskFiles::writeAtomically(const std::filesystem::path& path, std::string_view content) {
-    std::error_code ignored;  // the write itself tells whether the directory is there
-    std::filesystem::create_directories(path.parent_path(), ignored);
-    QSaveFile file(nameOf(path));
-    if (!file.open(QIODevice::WriteOnly)) return false;
-    file.write(content.data(), static_cast<qint64>(content.size()));
-    return file.commit();
+    return write(path, content, false);
+}
+
+bool DiskFiles::writePrivately(const std::filesystem::path& path, std::string_view content) {
+    return write(path, content, true);
 }
 
 bool DiskFiles::remove(const std::filesystem::path& path) {
     return QFile::remove(nameOf(path));
+}
+
+PutAside DiskFiles::putAside(const std::filesystem::path& path) {
+    std::error_code error;
+    if (!std::filesystem::exists(path, error)) return PutAside::nothingThere;
+    auto aside = path;
+    aside += ".unreadable";
+    std::filesystem::rename(path, aside, error);
+    return error ? PutAside::failed : PutAside::moved;
+}
+
+void DiskFiles::narrow(const std::filesystem::path& path) {
+    QFile::setPermissions(nameOf(path), kUserAlone);
 }
 
 void DiskFiles::removeDirectory(const std::filesystem::path& path) {

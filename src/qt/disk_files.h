@@ -17,7 +17,12 @@ class DiskFiles final : public FileStore {
     /// it may leave one "<name>.<six letters>" behind. These are not cleaned up: they are very
     /// rare, and a user's own "custom.tle.backup" looks the same.
     bool writeAtomically(const std::filesystem::path& path, std::string_view content) override;
+    /// The same, and only the user may read and write the file, whatever it was before.
+    bool writePrivately(const std::filesystem::path& path, std::string_view content);
+    /// Takes a file that there is from all but the user.
+    void narrow(const std::filesystem::path& path);
     bool remove(const std::filesystem::path& path) override;
+    PutAside putAside(const std::filesystem::path& path) override;
     void removeDirectory(const std::filesystem::path& path) override;
 
   private:

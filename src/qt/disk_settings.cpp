@@ -24,16 +24,6 @@ std::optional<boost::json::object> readFile(const std::filesystem::path& file) {
     return text ? parseSettings(*text) : std::nullopt;
 }
 
-/// True when nothing stands in the way of a new file.
-bool putAside(const std::filesystem::path& file) {
-    std::error_code error;
-    if (!std::filesystem::exists(file, error)) return true;
-    auto aside = file;
-    aside += ".unreadable";
-    std::filesystem::rename(file, aside, error);
-    return !error;
-}
-
 SettingChanges asChanges(const SettingValues& values) {
     return SettingChanges(values.begin(), values.end());
 }
@@ -47,20 +37,22 @@ bool writeFile(const std::filesystem::path& file, const SettingChanges& changes,
     std::filesystem::create_directories(file.parent_path(), ignored);
     QLockFile turn(QFile::decodeName(QByteArray::fromStdString(file.string() + ".lock")));
     turn.tryLock(kPatienceMilliseconds);
+    DiskFiles files(file.parent_path());
     auto stored = readFile(file);
     if (!stored) {
-        if (!putAside(file)) return false;
+        if (files.putAside(file) == PutAside::failed) return false;
         stored.emplace();
         applyChanges(asChanges(all), *stored);
     }
     applyChanges(changes, *stored);
-    return DiskFiles(file.parent_path()).writeAtomically(file, settingsText(*stored));
+    return files.writePrivately(file, settingsText(*stored));
 }
 
 }  // namespace
 
 DiskSettings::DiskSettings(std::filesystem::path file, MainLoop& loop)
     : file_(std::move(file)), loop_(loop) {
+    DiskFiles(file_.parent_path()).narrow(file_);
     if (const auto stored = readFile(file_)) values_ = readableSettings(*stored);
 }
 

@@ -10,7 +10,8 @@
 
 namespace veloran {
 
-/// The settings in memory, and behind them one JSON file. The file is read once, at the start;
+/// The settings in memory, and behind them one JSON file, which only the user may read: addresses
+/// of sources may hold passwords. The file is read once, at the start;
 /// changes are written by a thread of its own, those of one turn of the loop together, and the end
 /// of the store writes what is left.
 ///

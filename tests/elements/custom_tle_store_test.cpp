@@ -254,6 +254,50 @@ TEST_F(CustomTLEStoreTest, StoredFileThatIsNotUtf8ReadsAsEmpty) {
     EXPECT_THAT(store.load(), IsEmpty());
 }
 
+TEST_F(CustomTLEStoreTest, UnreadableFileIsPutAsideBeforeAnImportReplacesIt) {
+    const std::string wide("A\0\n\0", 4);  // valid UTF-8, of another encoding
+    for (const auto& unreadable : {block("A\xFF", "00001"), wide, std::string("notes of mine")}) {
+        files.files[store.fileURL()] = unreadable;
+        const auto result = store.importFromText(block("B", "00002"));
+        EXPECT_EQ(result.count, 1);
+        EXPECT_TRUE(result.hasPutAside);
+        EXPECT_THAT(names(), ElementsAre("B"));
+        EXPECT_EQ(files.files.at(store.fileURL().string() + ".unreadable"), unreadable);
+    }
+    EXPECT_FALSE(store.importFromText(block("C", "00003")).hasPutAside);
+    EXPECT_THAT(names(), ElementsAre("B", "C"));
+}
+
+TEST_F(CustomTLEStoreTest, EmptyFileIsNoUnreadableOne) {
+    files.files[store.fileURL()] = "\n";
+    EXPECT_FALSE(store.importFromText(block("B", "00002")).hasPutAside);
+    EXPECT_EQ(files.files.size(), 1u);
+}
+
+TEST_F(CustomTLEStoreTest, UnreadableFileThatCannotBePutAsideStays) {
+    files.files[store.fileURL()] = block("A\xFF", "00001");
+    files.writable = false;
+    const auto result = store.importFromText(block("B", "00002"));
+    EXPECT_EQ(result.error, "custom.tle cannot be read, and not be put aside either");
+    EXPECT_EQ(result.count, 0);
+    EXPECT_EQ(fileText(), block("A\xFF", "00001"));
+}
+
+TEST_F(CustomTLEStoreTest, RemovingLeavesAnUnreadableFileAlone) {
+    files.files[store.fileURL()] = block("A\xFF", "00001");
+    store.remove(1);
+    EXPECT_EQ(fileText(), block("A\xFF", "00001"));
+    EXPECT_EQ(files.files.size(), 1u);
+}
+
+TEST_F(CustomTLEStoreTest, MessageTellsOfTheFileThatWasPutAside) {
+    EXPECT_EQ(importMessage(2, std::nullopt, true).text,
+              "Imported 2 satellites; the earlier custom.tle could not be read and is kept as "
+              "custom.tle.unreadable");
+    EXPECT_FALSE(importMessage(2, std::nullopt, true).isError);
+    EXPECT_EQ(importMessage(0, "why", true).text, "Error: why");
+}
+
 TEST_F(CustomTLEStoreTest, TextThatIsNotUtf8IsRefusedBeforeItSpoilsTheFile) {
     expectImported(block("A", "00001"), 1);
     expectRefused(block("B\xFF", "00002"), "No valid TLEs found in text");

@@ -86,6 +86,40 @@ TEST_F(DiskFilesTest, RemovingTellsWhetherThereWasAFile) {
     EXPECT_FALSE(files.remove(home));
 }
 
+TEST_F(DiskFilesTest, PuttingAsideRenamesWhateverStandsThere) {
+    EXPECT_EQ(files.putAside(at("file")), PutAside::nothingThere);
+    for (const char* content : {"first", "second"}) {
+        ASSERT_TRUE(files.writeAtomically(at("file"), content));
+        EXPECT_EQ(files.putAside(at("file")), PutAside::moved);
+        EXPECT_FALSE(std::filesystem::exists(at("file")));
+        EXPECT_THAT(files.read(at("file.unreadable")), Optional(std::string(content)));
+    }
+    std::filesystem::create_directory(at("directory"));
+    EXPECT_EQ(files.putAside(at("directory")), PutAside::moved);
+    EXPECT_TRUE(std::filesystem::is_directory(at("directory.unreadable")));
+    std::filesystem::create_directories(at("taken.unreadable/full"));
+    ASSERT_TRUE(files.writeAtomically(at("taken"), "x"));
+    EXPECT_EQ(files.putAside(at("taken")), PutAside::failed);
+    EXPECT_TRUE(std::filesystem::exists(at("taken")));
+}
+
+TEST_F(DiskFilesTest, WhatIsPrivateIsTheUsersAloneAlsoWhereItReplacesAWiderFile) {
+    const auto mode = [](const std::filesystem::path& path) {
+        return std::filesystem::status(path).permissions();
+    };
+    constexpr auto kUserAlone =
+        std::filesystem::perms::owner_read | std::filesystem::perms::owner_write;
+    EXPECT_TRUE(files.writePrivately(at("new"), "x"));
+    EXPECT_EQ(mode(at("new")), kUserAlone);
+    ASSERT_TRUE(files.writeAtomically(at("old"), "x"));
+    std::filesystem::permissions(at("old"), std::filesystem::perms{0666});
+    EXPECT_TRUE(files.writePrivately(at("old"), "y"));
+    EXPECT_EQ(mode(at("old")), kUserAlone);
+    EXPECT_THAT(files.read(at("old")), Optional(std::string("y")));
+    EXPECT_TRUE(files.writeAtomically(at("old"), "z"));
+    EXPECT_EQ(mode(at("old")), kUserAlone) << "a replacement keeps what was there";
+}
+
 TEST_F(DiskFilesTest, AReaderSeesTheOldOrTheNewContentButNoMixture) {
     constexpr std::size_t kSize = 300'000;
     ASSERT_TRUE(files.writeAtomically(at("file"), std::string(kSize, 'a')));

@@ -157,6 +157,24 @@ TEST_F(DiskSettingsTest, AFailedWriteIsTriedAgainWithTheNext) {
     EXPECT_THAT(content(), Optional(std::string("{\n  \"a\": 1,\n  \"b\": 2\n}\n")));
 }
 
+TEST_F(DiskSettingsTest, TheFileIsForTheUserAlone) {
+    const auto mode = [this] { return std::filesystem::status(file).permissions(); };
+    constexpr auto kUserAlone =
+        std::filesystem::perms::owner_read | std::filesystem::perms::owner_write;
+    { DiskSettings(file, loop).set("a", true); }
+    EXPECT_EQ(mode(), kUserAlone);
+    // One of an earlier time, which the program only reads.
+    std::filesystem::permissions(file, std::filesystem::perms{0644});
+    { EXPECT_TRUE(DiskSettings(file, loop).flag("a")); }
+    EXPECT_EQ(mode(), kUserAlone);
+    {
+        DiskSettings settings(file, loop);
+        std::filesystem::permissions(file, std::filesystem::perms{0666});
+        settings.set("a", false);
+    }
+    EXPECT_EQ(mode(), kUserAlone);
+}
+
 TEST_F(DiskSettingsTest, ANumberThatIsNotFiniteIsKeptInMemoryAndLeftOutOfTheFile) {
     place(R"({"a": 1.5})");
     {

@@ -29,6 +29,7 @@ class DiskWithoutChannels final : public FileStore {
         return path.extension() != ".json" && files_.writeAtomically(path, content);
     }
     bool remove(const std::filesystem::path& path) override { return files_.remove(path); }
+    PutAside putAside(const std::filesystem::path& path) override { return files_.putAside(path); }
     void removeDirectory(const std::filesystem::path& path) override {
         files_.removeDirectory(path);
     }

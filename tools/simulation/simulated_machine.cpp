@@ -166,6 +166,15 @@ bool MemoryFiles::remove(const std::filesystem::path& path) {
     return writable && files.erase(path) > 0;
 }
 
+PutAside MemoryFiles::putAside(const std::filesystem::path& path) {
+    const auto found = files.find(path);
+    if (found == files.end()) return PutAside::nothingThere;
+    if (!writable) return PutAside::failed;
+    files[path.string() + ".unreadable"] = std::move(found->second);
+    files.erase(found);
+    return PutAside::moved;
+}
+
 void MemoryFiles::removeDirectory(const std::filesystem::path& path) {
     if (!writable) return;
     const std::string inside = path.string() + "/";

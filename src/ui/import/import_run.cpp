@@ -47,6 +47,7 @@ struct Batch {
     ImportReport report;
     std::int64_t count = 0;
     bool hasImported = false;
+    bool hasPutAside = false;
     QStringList failures = {};
 };
 
@@ -56,7 +57,8 @@ void finish(const Batch& batch, AppState& state) {
     QStringList texts;
     if (batch.hasImported) {
         state.loadData();
-        texts += QString::fromStdString(importMessage(batch.count, std::nullopt).text);
+        texts += QString::fromStdString(
+            importMessage(batch.count, std::nullopt, batch.hasPutAside).text);
     }
     texts += batch.failures;
     batch.report({texts.join("; ").toStdString(), !batch.failures.isEmpty()});
@@ -66,6 +68,7 @@ void take(Batch& batch, const QString& path, const CustomTLEStore::ImportResult&
     if (!result.error) {
         batch.count += result.count;
         batch.hasImported = true;
+        batch.hasPutAside = batch.hasPutAside || result.hasPutAside;
         return;
     }
     const QString text = QString::fromStdString(importMessage(0, result.error).text);
@@ -136,7 +139,7 @@ void importText(const std::shared_ptr<AppState>& state, std::string text, Import
                            report = std::move(report)](const CustomTLEStore::ImportResult& result) {
                               const auto alive = weak.lock();
                               if (!result.error && alive) alive->loadData();
-                              report(importMessage(result.count, result.error));
+                              report(importMessage(result.count, result.error, result.hasPutAside));
                           });
 }
 

@@ -229,6 +229,24 @@ TEST_F(TLEImportSheetTest, DroppedFilesAreReportedTogether) {
     EXPECT_TRUE(knows(25545));
 }
 
+TEST_F(TLEImportSheetTest, FileOfImportsThatCouldNotBeReadIsToldOf) {
+    const std::string unreadable = "M\xFCNCHEN\n";
+    const auto spoil = [&] {
+        machine.files.files["/home/test/.veloran/custom.tle"] = unreadable;
+        machine.files.files.erase("/home/test/.veloran/custom.tle.unreadable");
+    };
+    constexpr const char* kTold =
+        "; the earlier custom.tle could not be read and is kept as custom.tle.unreadable";
+    spoil();
+    importPasted(kStation);
+    EXPECT_EQ(result(), QString("Imported 1 satellite") + kTold);
+    EXPECT_EQ(machine.files.files["/home/test/.veloran/custom.tle.unreadable"], unreadable);
+    spoil();
+    sheet->importFiles({write("a.txt", kStation), write("b.txt", kOther)});
+    ASSERT_TRUE(settle());
+    EXPECT_EQ(result(), QString("Imported 2 satellites") + kTold);
+}
+
 TEST_F(TLEImportSheetTest, DropIsRefusedWithoutFilesAndWhileBusy) {
     QMimeData text;
     text.setText("words");
