@@ -5,10 +5,10 @@
 namespace veloran {
 
 DesktopMachine::DesktopMachine(std::filesystem::path home, std::filesystem::path settingsFile,
-                               double httpIdleSeconds)
+                               const QtHttpOptions& httpOptions)
     : files(std::move(home)),
       settings(std::move(settingsFile), loop),
-      http(loop, httpIdleSeconds),
+      http(loop, workers, httpOptions),
       tcp(loop),
       location(loop),
       machine{clock, loop, workers, settings, files, http, tcp, location} {}

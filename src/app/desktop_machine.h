@@ -15,10 +15,10 @@
 namespace veloran {
 
 /// The machine that the desktop program runs on. Needs a QCoreApplication, and outlives every
-/// AppState made with it. `httpIdleSeconds` is how long a server may say nothing.
+/// AppState made with it.
 struct DesktopMachine {
     DesktopMachine(std::filesystem::path home, std::filesystem::path settingsFile,
-                   double httpIdleSeconds = QtHttpClient::kIdleSeconds);
+                   const QtHttpOptions& httpOptions = {});
 
     SystemClock clock;
     QtMainLoop loop;

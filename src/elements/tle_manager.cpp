@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <utility>
 
@@ -31,16 +32,28 @@ struct CachedGroup {
 /// What the disk holds of a group. The list of a fresh one may be absent all the same.
 struct CacheLook {
     bool isFresh = false;
+    OptionalList list;  ///< of an old cache only where that is wanted
+    std::optional<Instant> downloaded;
+};
+
+/// What a download has brought, or what the cache holds in its place.
+struct Received {
     OptionalList list;
+    DownloadOutcome outcome;
 };
 
 /// What one fetchCategories has collected so far, and what comes behind. Main thread only.
 struct Gathering {
     std::vector<ElementList> fresh;  ///< by position of the key
     std::vector<ElementList> downloaded;
+    std::vector<ElementList> cached;  ///< by position, for the watch; fresh or not
+    std::size_t unread = 0;           ///< caches that have not been looked into
+    bool isAnyStale = false;
     std::size_t pending = 0;
+    bool isThrough = false;
     std::function<std::vector<TLEData>()> importedSets;
     TLEManager::ListCompletion completion;
+    FetchWatch watch;
 };
 
 OptionalList decodeGroup(std::string_view text, const std::string& key) {
@@ -56,24 +69,41 @@ OptionalList readGroup(const FileStore& files, const CachedGroup& group) {
     return decodeGroup(*text, group.key);
 }
 
-CacheLook lookInCache(const Machine& machine, const CachedGroup& group) {
+CacheLook lookInCache(const Machine& machine, const CachedGroup& group, bool wantsStale) {
     const auto stamp = machine.files.read(group.timestampFile);
     const double now = machine.clock.now().unixSeconds();
-    if (cache_age::isStale(stamp, now, TLEManager::kMaxAgeHours)) return {};
-    return {true, readGroup(machine.files, group)};
+    CacheLook look;
+    look.isFresh = !cache_age::isStale(stamp, now, TLEManager::kMaxAgeHours);
+    if (look.isFresh || wantsStale) look.list = readGroup(machine.files, group);
+    // A time that nobody can have meant says nothing.
+    constexpr double kLongestAge = 1e10;
+    const auto downloaded = cache_age::readTimestamp(stamp);
+    if (downloaded && std::abs(now - *downloaded) < kLongestAge) {
+        look.downloaded = Instant::fromUnixSeconds(*downloaded);
+    }
+    return look;
+}
+
+/// As far as the cache tells; absent where it has no time or was not read.
+std::optional<DownloadOutcome> rememberedOutcome(const CacheLook& look) {
+    if (!look.downloaded || (!look.isFresh && !look.list)) return std::nullopt;
+    return downloadOutcome({std::string(), std::nullopt}, look.list ? look.list->size() : 0,
+                           *look.downloaded);
 }
 
 /// The answer is kept before anybody looks at it: an error page replaces the cached group and
 /// counts as fresh, so that the service is not asked again for a day.
-OptionalList receiveGroup(const Machine& machine, const CachedGroup& group,
-                          const std::optional<std::string>& body) {
-    if (body && isValidUtf8(*body)) {
-        machine.files.writeAtomically(group.cacheFile, *body);
-        machine.files.writeAtomically(group.timestampFile,
-                                      shortestText(machine.clock.now().unixSeconds()));
-        if (auto list = decodeGroup(*body, group.key)) return list;
+Received receiveGroup(const Machine& machine, const CachedGroup& group, const HttpResult& answer) {
+    const Instant now = machine.clock.now();
+    if (answer.body && isValidUtf8(*answer.body)) {
+        machine.files.writeAtomically(group.cacheFile, *answer.body);
+        machine.files.writeAtomically(group.timestampFile, shortestText(now.unixSeconds()));
+        if (auto list = decodeGroup(*answer.body, group.key)) {
+            const auto outcome = downloadOutcome(answer, list->size(), now);
+            return {std::move(list), outcome};
+        }
     }
-    return readGroup(machine.files, group);
+    return {readGroup(machine.files, group), downloadOutcome(answer, 0, now)};
 }
 
 /// Runs `work` on a worker and hands its result to `then` on the main thread. What `then` holds is
@@ -89,48 +119,80 @@ void onWorker(const Machine& machine, Work work, Then then) {
 }
 
 void downloadGroup(const Machine& machine, const CachedGroup& group,
-                   TLEManager::OptionalListCompletion completion) {
+                   std::function<void(Received)> completion) {
     if (!isWebAddress(group.url)) {
-        machine.loop.post([completion = std::move(completion)] { completion(std::nullopt); });
+        machine.loop.post([completion = std::move(completion), now = machine.clock.now()] {
+            completion({std::nullopt, {DownloadOutcome::Kind::noAddress, 0, now}});
+        });
         return;
     }
-    machine.http.get(group.url, [machine, group, completion = std::move(completion)](
-                                    std::optional<std::string> body) {
-        onWorker(
-            machine,
-            [machine, group, body = std::move(body)] { return receiveGroup(machine, group, body); },
-            completion);
-    });
+    machine.http.get(group.url,
+                     [machine, group, completion = std::move(completion)](HttpResult answer) {
+                         onWorker(
+                             machine,
+                             [machine, group, answer = std::move(answer)] {
+                                 return receiveGroup(machine, group, answer);
+                             },
+                             completion);
+                     });
 }
 
-/// One of the parts that `gathering` waits for is through; behind the last one comes the merge.
-void leave(const Machine& machine, Gathering& gathering) {
-    if (--gathering.pending > 0) return;
-    auto lists = std::move(gathering.fresh);
-    std::move(gathering.downloaded.begin(), gathering.downloaded.end(), std::back_inserter(lists));
+/// Merges the lists and what the user has imported on a worker.
+template <class Then>
+void mergeLists(const Machine& machine, std::vector<ElementList> lists,
+                std::function<std::vector<TLEData>()> importedSets, Then then) {
     onWorker(
         machine,
-        [lists = std::move(lists), importedSets = std::move(gathering.importedSets)]() mutable {
+        [lists = std::move(lists), importedSets = std::move(importedSets)]() mutable {
             if (importedSets) lists.push_back(importedSets());
             return mergeElements(lists);
         },
-        std::move(gathering.completion));
+        std::move(then));
+}
+
+/// One of the parts that `gathering` waits for is through; behind the last one comes the merge.
+void leave(const Machine& machine, const std::shared_ptr<Gathering>& gathering) {
+    if (--gathering->pending > 0) return;
+    auto lists = std::move(gathering->fresh);
+    std::move(gathering->downloaded.begin(), gathering->downloaded.end(),
+              std::back_inserter(lists));
+    mergeLists(machine, std::move(lists), gathering->importedSets,
+               [gathering](std::vector<TLEData> list) {
+                   gathering->isThrough = true;
+                   gathering->completion(std::move(list));
+               });
+}
+
+/// Another cache has been looked into; behind the last one the watch hears what they hold.
+void tellCached(const Machine& machine, const std::shared_ptr<Gathering>& gathering) {
+    if (--gathering->unread > 0 || !gathering->isAnyStale || !gathering->watch.cached) return;
+    mergeLists(machine, std::move(gathering->cached), gathering->importedSets,
+               [gathering](std::vector<TLEData> list) {
+                   if (!gathering->isThrough) gathering->watch.cached(std::move(list));
+               });
 }
 
 /// Takes in the lists of one group: from its fresh cache, or downloaded.
 void gatherGroup(const Machine& machine, const CachedGroup& group, std::size_t position,
                  std::shared_ptr<Gathering> gathering) {
+    const bool wantsStale = bool(gathering->watch.cached);
     onWorker(
-        machine, [machine, group] { return lookInCache(machine, group); },
+        machine, [machine, group, wantsStale] { return lookInCache(machine, group, wantsStale); },
         [machine, group, position, gathering = std::move(gathering)](CacheLook look) {
+            const auto& watch = gathering->watch;
+            if (watch.looked) watch.looked(group.key, !look.isFresh, rememberedOutcome(look));
+            gathering->isAnyStale = gathering->isAnyStale || !look.isFresh;
+            if (look.list && watch.cached) gathering->cached[position] = *look.list;
+            tellCached(machine, gathering);
             if (look.isFresh) {
                 if (look.list) gathering->fresh[position] = std::move(*look.list);
-                leave(machine, *gathering);
+                leave(machine, gathering);
                 return;
             }
-            downloadGroup(machine, group, [machine, gathering](OptionalList list) {
-                if (list) gathering->downloaded.push_back(std::move(*list));
-                leave(machine, *gathering);
+            downloadGroup(machine, group, [machine, key = group.key, gathering](Received received) {
+                if (gathering->watch.downloaded) gathering->watch.downloaded(key, received.outcome);
+                if (received.list) gathering->downloaded.push_back(std::move(*received.list));
+                leave(machine, gathering);
             });
         });
 }
@@ -205,23 +267,28 @@ std::optional<std::vector<TLEData>> TLEManager::loadCached(std::string_view key)
 
 void TLEManager::fetchCategory(const std::string& key, OptionalListCompletion completion) const {
     downloadGroup(machine_, {key, urlOf(categories(), key), cacheFile(key), timestampFile(key)},
-                  std::move(completion));
+                  [completion = std::move(completion)](Received received) {
+                      completion(std::move(received.list));
+                  });
 }
 
-void TLEManager::fetchCategories(const std::vector<std::string>& keys,
-                                 ListCompletion completion) const {
+void TLEManager::fetchCategories(const std::vector<std::string>& keys, ListCompletion completion,
+                                 FetchWatch watch) const {
     auto gathering = std::make_shared<Gathering>();
     gathering->fresh.resize(keys.size());
+    gathering->cached.resize(keys.size());
+    gathering->unread = keys.size();
     gathering->pending = keys.size() + 1;  // one for this loop, so that no key may end it early
     gathering->importedSets = userElements_.importedSets;
     gathering->completion = std::move(completion);
+    gathering->watch = std::move(watch);
     const auto known = categories();
     for (std::size_t i = 0; i < keys.size(); ++i) {
         const auto& key = keys[i];
         gatherGroup(machine_, {key, urlOf(known, key), cacheFile(key), timestampFile(key)}, i,
                     gathering);
     }
-    leave(machine_, *gathering);
+    leave(machine_, gathering);
 }
 
 void TLEManager::fetchByNoradId(std::int64_t noradId,
@@ -234,10 +301,9 @@ void TLEManager::fetchByNoradId(std::int64_t noradId,
     };
     machine_.http.get(
         fmt::format("{}/NORAD/elements/gp.php?CATNR={}&FORMAT=json", serviceBase_, noradId),
-        [machine = machine_, decodeFirst,
-         completion = std::move(completion)](std::optional<std::string> body) {
+        [machine = machine_, decodeFirst, completion = std::move(completion)](HttpResult answer) {
             onWorker(
-                machine, [decodeFirst, body = std::move(body)] { return decodeFirst(body); },
+                machine, [decodeFirst, body = std::move(answer.body)] { return decodeFirst(body); },
                 completion);
         });
 }

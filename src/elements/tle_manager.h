@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "elements/cache_age.h"
+#include "elements/download_outcome.h"
 #include "elements/tle_category.h"
 #include "elements/tle_data.h"
 #include "platform/machine.h"
@@ -22,6 +23,19 @@ struct UserElements {
     std::function<std::vector<TLECategory>()> categories;
     /// Sets that join every merge as its last list, tagged kCustomSource. Called on a worker.
     std::function<std::vector<TLEData>()> importedSets;
+};
+
+/// What one may hear of a fetch before it is through. Main thread; what is not set is not called.
+struct FetchWatch {
+    /// What the caches hold, fresh or not, merged with the imported sets; told when a group has to
+    /// be downloaded, once, and never behind the completion.
+    std::function<void(std::vector<TLEData>)> cached;
+    /// A group's cache has been looked into. `isAwaited`: it is not fresh, and being downloaded.
+    /// `remembered` is what the cache tells of its own download.
+    std::function<void(const std::string& key, bool isAwaited,
+                       const std::optional<DownloadOutcome>& remembered)>
+        looked;
+    std::function<void(const std::string& key, const DownloadOutcome& outcome)> downloaded;
 };
 
 /// The download groups, their cache on disk, and the road from a set of keys to one merged list.
@@ -60,7 +74,8 @@ class TLEManager {
     void fetchCategory(const std::string& key, OptionalListCompletion completion) const;
     /// Fresh caches in the order of their keys, then downloads in the order they come in, then the
     /// imported sets, merged. A fresh group causes no request.
-    void fetchCategories(const std::vector<std::string>& keys, ListCompletion completion) const;
+    void fetchCategories(const std::vector<std::string>& keys, ListCompletion completion,
+                         FetchWatch watch = {}) const;
     /// Downloads one set, with no group and no cache.
     void fetchByNoradId(std::int64_t noradId,
                         std::function<void(std::optional<TLEData>)> completion) const;

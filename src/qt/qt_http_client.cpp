@@ -4,10 +4,12 @@
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
+#include <QSslCertificate>
+#include <QSslConfiguration>
+#include <QTimer>
 #include <QUrl>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <utility>
 
 #include "qt/gunzip.h"
@@ -18,10 +20,9 @@ namespace {
 
 /// What has come of one transfer.
 struct Transfer {
-    std::size_t received = 0;  // bytes, as the server packed them
-    std::string plain;
-    std::optional<Gunzip> packed;  // instead of `plain`
-    bool isBad = false;            // too large, or damaged
+    std::string bytes;  // as the server packed them
+    bool isPacked = false;
+    bool isBad = false;  // too large, or packed in an unknown way
 };
 
 std::optional<QUrl> webAddress(const std::string& text) {
@@ -59,11 +60,11 @@ bool isAnswered(const QNetworkReply& reply) {
 
 /// How the bytes have to be read, told before the first of them.
 void readHeaders(const QNetworkReply& reply, Transfer& transfer) {
-    if (transfer.received > 0) return;
+    if (!transfer.bytes.empty()) return;
     const auto packing = reply.rawHeader("Content-Encoding").trimmed().toLower();
     if (packing.isEmpty() || packing == "identity") return;
     transfer.isBad = packing != "gzip" && packing != "x-gzip";
-    transfer.packed.emplace(HttpClient::kLargestBody);
+    transfer.isPacked = true;
 }
 
 void takeBytes(QNetworkReply& reply, Transfer& transfer) {
@@ -71,33 +72,36 @@ void takeBytes(QNetworkReply& reply, Transfer& transfer) {
     const QByteArray bytes = reply.readAll();
     if (bytes.isEmpty()) return;
     readHeaders(reply, transfer);
-    const std::string_view piece(bytes.constData(), static_cast<std::size_t>(bytes.size()));
-    transfer.received += piece.size();
-    transfer.isBad = transfer.isBad || transfer.received > HttpClient::kLargestBody ||
-                     (transfer.packed && !transfer.packed->feed(piece));
-    if (transfer.isBad) {
-        reply.abort();
-    } else if (!transfer.packed) {
-        transfer.plain += piece;
-    }
+    transfer.bytes.append(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    transfer.isBad = transfer.isBad || transfer.bytes.size() > HttpClient::kLargestBody;
+    if (transfer.isBad) reply.abort();
 }
 
-/// The body, if all of it has come.
-std::optional<std::string> bodyOf(const QNetworkReply& reply, Transfer& transfer) {
+/// Whether as much has come as was announced.
+bool isWhole(const QNetworkReply& reply, const Transfer& transfer) {
     const auto announced = reply.header(QNetworkRequest::ContentLengthHeader);
-    if (announced.isValid() && announced.toULongLong() != transfer.received) return std::nullopt;
-    readHeaders(reply, transfer);
-    if (transfer.isBad) return std::nullopt;
-    return transfer.packed ? transfer.packed->finish() : std::move(transfer.plain);
+    return !announced.isValid() || announced.toULongLong() == transfer.bytes.size();
+}
+
+HttpResult unpacked(const std::string& bytes, int status) {
+    Gunzip gunzip(HttpClient::kLargestBody);
+    if (!gunzip.feed(bytes)) return {};
+    auto text = gunzip.finish();
+    return text ? HttpResult{std::move(text), status} : HttpResult{};
 }
 
 }  // namespace
 
 class QtHttpClient::Transfers {
   public:
-    Transfers(MainLoop& loop, double idleSeconds) : loop_(loop) {
+    Transfers(MainLoop& loop, WorkerPool& workers, const QtHttpOptions& options)
+        : loop_(loop), workers_(workers), wholeSeconds_(options.wholeSeconds) {
         manager_.setAutoDeleteReplies(true);
-        manager_.setTransferTimeout(static_cast<int>(idleSeconds * 1000));
+        manager_.setTransferTimeout(milliseconds(options.idleSeconds));
+        if (options.authorities.empty()) return;
+        tls_.emplace(QSslConfiguration::defaultConfiguration());
+        tls_->addCaCertificates(
+            QSslCertificate::fromData(QByteArray::fromStdString(options.authorities)));
     }
 
     ~Transfers() {
@@ -110,6 +114,7 @@ class QtHttpClient::Transfers {
                              QNetworkRequest::NoLessSafeRedirectPolicy);
         // With this line Qt leaves the bytes packed, so that their checksum can be looked at.
         request.setRawHeader("Accept-Encoding", "gzip");
+        if (tls_) request.setSslConfiguration(*tls_);
         auto* reply = manager_.get(request);
         auto transfer = std::make_shared<Transfer>();
         QObject::connect(reply, &QIODevice::readyRead, reply,
@@ -118,37 +123,59 @@ class QtHttpClient::Transfers {
                          [this, reply, transfer, completion = std::move(completion)] {
                              finish(*reply, *transfer, completion);
                          });
+        QTimer::singleShot(milliseconds(wholeSeconds_), Qt::PreciseTimer, reply,
+                           [reply] { reply->abort(); });
     }
 
-    void complete(Completion completion, std::optional<std::string> body) {
+    void complete(Completion completion, HttpResult result) {
         loop_.post([alive = std::weak_ptr(alive_), completion = std::move(completion),
-                    body = std::move(body)]() mutable {
-            if (!alive.expired()) completion(std::move(body));
+                    result = std::move(result)]() mutable {
+            if (!alive.expired()) completion(std::move(result));
         });
     }
 
   private:
+    static int milliseconds(double seconds) { return static_cast<int>(seconds * 1000); }
+
     void finish(QNetworkReply& reply, Transfer& transfer, const Completion& completion) {
-        const bool answered = isAnswered(reply);
-        if (answered) takeBytes(reply, transfer);
-        if (!answered || transfer.isBad) return complete(completion, std::nullopt);
-        complete(completion, bodyOf(reply, transfer));
+        if (!isAnswered(reply)) return complete(completion, {});
+        takeBytes(reply, transfer);
+        readHeaders(reply, transfer);
+        const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+        if (status == kNotModified) return complete(completion, {std::nullopt, status});
+        if (transfer.isBad || !isWhole(reply, transfer)) return complete(completion, {});
+        if (transfer.isPacked) return unpack(std::move(transfer.bytes), status, completion);
+        complete(completion, {std::move(transfer.bytes), status});
+    }
+
+    /// The completion travels along and is let go on the main thread.
+    void unpack(std::string bytes, int status, Completion completion) {
+        workers_.run([bytes = std::move(bytes), status, completion = std::move(completion),
+                      alive = std::weak_ptr(alive_), &loop = loop_]() mutable {
+            loop.post([result = unpacked(bytes, status), completion = std::move(completion),
+                       alive = std::move(alive)]() mutable {
+                if (!alive.expired()) completion(std::move(result));
+            });
+        });
     }
 
     MainLoop& loop_;
+    WorkerPool& workers_;
+    double wholeSeconds_;
     QNetworkAccessManager manager_;
+    std::optional<QSslConfiguration> tls_;  // Qt's own unless set
     std::shared_ptr<const bool> alive_ = std::make_shared<bool>(true);
 };
 
-QtHttpClient::QtHttpClient(MainLoop& loop, double idleSeconds)
-    : transfers_(std::make_unique<Transfers>(loop, idleSeconds)) {}
+QtHttpClient::QtHttpClient(MainLoop& loop, WorkerPool& workers, const QtHttpOptions& options)
+    : transfers_(std::make_unique<Transfers>(loop, workers, options)) {}
 QtHttpClient::~QtHttpClient() = default;
 
 void QtHttpClient::get(const std::string& url, Completion completion) {
     if (const auto address = webAddress(url)) {
         transfers_->begin(*address, std::move(completion));
     } else {
-        transfers_->complete(std::move(completion), std::nullopt);
+        transfers_->complete(std::move(completion), {});
     }
 }
 

@@ -118,31 +118,46 @@ std::string SatNOGSFetch::baseURL() const {
 
 namespace {
 
-/// GET, decode on a worker, hand over on the main thread; an empty text for what could not be had.
+/// GET, decode on a worker, hand over on the main thread.
 template <class Result, class Decode>
 void fetchDecoded(const Machine& machine, const std::string& url, Decode decode,
                   std::function<void(Result)> completion) {
     auto& workers = machine.workers;
     auto& loop = machine.loop;
-    machine.http.get(url, [&workers, &loop, decode,
-                           completion = std::move(completion)](std::optional<std::string> body) {
-        workers.run([&loop, decode, completion, body = std::move(body).value_or("")] {
-            loop.post(
-                [completion, result = decode(body)]() mutable { completion(std::move(result)); });
+    machine.http.get(
+        url, [&workers, &loop, decode, completion = std::move(completion)](HttpResult answer) {
+            workers.run([&loop, decode, completion, answer = std::move(answer)] {
+                loop.post([completion, result = decode(answer)]() mutable {
+                    completion(std::move(result));
+                });
+            });
         });
-    });
+}
+
+ServiceAnswer decodeAnswer(const HttpResult& answer) {
+    constexpr int kFirstError = 400;
+    return {channelsOfAnswer(answer.body.value_or("")),
+            !answer.body || answer.status.value_or(0) >= kFirstError};
 }
 
 }  // namespace
 
-void SatNOGSFetch::fetchTransmitters(std::int64_t noradId, Completion completion) const {
+void SatNOGSFetch::ask(std::int64_t noradId, std::function<void(ServiceAnswer)> completion) const {
     const auto url = fmt::format("{}?format=json&satellite__norad_cat_id={}", baseURL(), noradId);
-    fetchDecoded<std::vector<Transmitter>>(machine_, url, channelsOfAnswer, std::move(completion));
+    fetchDecoded<ServiceAnswer>(machine_, url, decodeAnswer, std::move(completion));
+}
+
+void SatNOGSFetch::fetchTransmitters(std::int64_t noradId, Completion completion) const {
+    ask(noradId, [completion = std::move(completion)](ServiceAnswer answer) {
+        completion(std::move(answer.channels));
+    });
 }
 
 void SatNOGSFetch::fetchAllActive(std::function<void(TransmitterMap)> completion) const {
-    fetchDecoded<TransmitterMap>(machine_, baseURL() + "?format=json&alive=true", channelsByNumber,
-                                 std::move(completion));
+    fetchDecoded<TransmitterMap>(
+        machine_, baseURL() + "?format=json&alive=true",
+        [](const HttpResult& answer) { return channelsByNumber(answer.body.value_or("")); },
+        std::move(completion));
 }
 
 }  // namespace veloran

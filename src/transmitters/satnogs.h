@@ -31,6 +31,13 @@ std::vector<Transmitter> channelsOfAnswer(std::string_view json);
 /// The same, by catalogue number.
 TransmitterMap channelsByNumber(std::string_view json);
 
+/// What the service said of one satellite.
+struct ServiceAnswer {
+    std::vector<Transmitter> channels;
+    bool hasFailed =
+        false;  ///< no answer, or a status of 400 and above; there may be channels then
+};
+
 /// Talks to the transmitter service. `serviceBase` is scheme and host without a slash at its end.
 class SatNOGSFetch {
   public:
@@ -41,6 +48,7 @@ class SatNOGSFetch {
     std::string baseURL() const;
     /// Empty when nothing could be had. Decoding runs on a worker.
     void fetchTransmitters(std::int64_t noradId, Completion completion) const;
+    void ask(std::int64_t noradId, std::function<void(ServiceAnswer)> completion) const;
     void fetchAllActive(std::function<void(TransmitterMap)> completion) const;
 
   private:

@@ -66,37 +66,53 @@ void SatNOGSCache::save(std::int64_t noradId, const std::vector<Transmitter>& tr
 }
 
 void SatNOGSCache::fetchWithCache(std::int64_t noradId, Completion completion) const {
+    fetch(noradId, [completion = std::move(completion)](ServiceAnswer answer) {
+        completion(std::move(answer.channels));
+    });
+}
+
+void SatNOGSCache::fetch(std::int64_t noradId,
+                         std::function<void(ServiceAnswer)> completion) const {
     const Paths paths{cacheFile(noradId), timestampFile(noradId)};
     const auto machine = machine_;
 
     // The service's answer, or what an old cache still holds; an empty answer is never saved.
-    auto settle = [machine, paths, completion,
-                   cleared = cleared_](std::vector<Transmitter> fetched) {
+    auto settle = [machine, paths, completion, cleared = cleared_](ServiceAnswer fetched) {
         machine.workers.run(
-            [machine, paths, completion, cleared, list = std::move(fetched)]() mutable {
+            [machine, paths, completion, cleared, answer = std::move(fetched)]() mutable {
+                auto& list = answer.channels;
                 if (list.empty()) {
                     list = readChannels(machine.files, paths.channels).value_or(std::move(list));
                 } else if (!*cleared) {
                     writeChannels(machine.files, paths, machine.clock.now(), list);
                 }
-                machine.loop.post([completion, list = std::move(list)]() mutable {
-                    completion(std::move(list));
+                machine.loop.post([completion, answer = std::move(answer)]() mutable {
+                    completion(std::move(answer));
                 });
             });
     };
 
-    machine.workers.run([machine, paths, noradId, completion, settle, fetch = fetch_] {
+    machine.workers.run([machine, paths, noradId, completion, settle, service = fetch_] {
         const bool fresh =
             !isStale(machine.files, paths.stamp, machine.clock.now(), defaultMaxAgeHours);
         const auto cached = fresh ? readChannels(machine.files, paths.channels) : std::nullopt;
-        machine.loop.post([cached, noradId, completion, settle, fetch] {
+        machine.loop.post([cached, noradId, completion, settle, service] {
             if (cached) {
-                completion(*cached);
+                completion({*cached, false});
             } else {
-                fetch.fetchTransmitters(noradId, settle);
+                service.ask(noradId, settle);
             }
         });
     });
+}
+
+void SatNOGSCache::fetchCached(std::int64_t noradId, Completion completion) const {
+    machine_.workers.run(
+        [machine = machine_, path = cacheFile(noradId), completion = std::move(completion)] {
+            auto list = readChannels(machine.files, path).value_or(std::vector<Transmitter>{});
+            machine.loop.post(
+                [completion, list = std::move(list)]() mutable { completion(std::move(list)); });
+        });
 }
 
 void SatNOGSCache::clearAll() {

@@ -34,6 +34,10 @@ class SatNOGSCache {
     /// A fresh cache, else the service, else a stale cache, else nothing. Main thread only; the
     /// completion comes later, on the main thread; files are read and written on the workers.
     void fetchWithCache(std::int64_t noradId, Completion completion) const;
+    /// The same, with whether the service was asked and failed.
+    void fetch(std::int64_t noradId, std::function<void(ServiceAnswer)> completion) const;
+    /// The cache, however old, else nothing; asks nobody. Otherwise as above.
+    void fetchCached(std::int64_t noradId, Completion completion) const;
     /// Removes the directory. It is made at the first use only: until the program starts again,
     /// nothing is saved any more.
     void clearAll();

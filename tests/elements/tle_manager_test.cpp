@@ -3,7 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <memory>
+#include <utility>
 
 #include "elements/element_merge.h"
 #include "elements/element_records.h"
@@ -326,6 +328,139 @@ TEST_F(TLEManagerTest, ImportedSetsJoinEveryMerge) {
     EXPECT_EQ(list[0].source, "amateur,custom");
     putCache("amateur", block("NEWER", "25544", "096"), 1);
     EXPECT_THAT(names(fetchAll({"amateur"})), ElementsAre("NEWER", "ALONE"));
+}
+
+// ---- What one hears before
+
+class WatchedFetch : public TLEManagerTest {
+  protected:
+    /// Begins a fetch that writes down what it tells, in order.
+    void begin(const std::vector<std::string>& keys) {
+        FetchWatch watch;
+        watch.cached = [this](const auto& list) { told.push_back("cached " + joined(list)); };
+        watch.looked = [this](const std::string& key, bool isAwaited, const auto& remembered) {
+            told.push_back(key + (isAwaited ? " awaited" : " fresh") +
+                           (remembered ? ", " + words(*remembered) : ""));
+        };
+        watch.downloaded = [this](const std::string& key, const auto& outcome) {
+            told.push_back(key + " gave " + words(outcome));
+        };
+        manager->fetchCategories(
+            keys, [this](const auto& list) { told.push_back("all " + joined(list)); }, watch);
+    }
+    std::vector<std::string> allToldOf(const std::vector<std::string>& keys) {
+        begin(keys);
+        simulated.loop.advance(300);
+        return told;
+    }
+    static std::string joined(const std::vector<TLEData>& sets) {
+        std::string text;
+        for (const auto& name : names(sets)) text += (text.empty() ? "" : "+") + name;
+        return text;
+    }
+    std::string words(const DownloadOutcome& outcome) const {
+        const double hours = (simulated.loop.now() - outcome.when) / 3600;
+        return outcomeWords(outcome) + " " + std::to_string(std::lround(hours)) + "h ago";
+    }
+
+    std::vector<std::string> told;
+};
+
+TEST_F(WatchedFetch, OldCachesAreToldAtOnceAndTheDownloadsWhenAllAreDone) {
+    putCache("noaa", block("fresh", "00001"), 1);
+    putCache("amateur", block("old", "00002") + block("gone", "00003"), 100);
+    putCache("weather", block("older", "00004"), 500);
+    answer(groupUrl("amateur"), block("new", "00002"), 3);
+    begin({"amateur", "noaa", "weather"});
+    simulated.http.answers[groupUrl("weather")] = {std::nullopt, HttpClient::kWholeSeconds, false};
+    simulated.loop.runPosted();
+    const std::vector<std::string> atOnce{
+        "amateur awaited, 2 records 100h ago", "noaa fresh, 1 record 1h ago",
+        "weather awaited, 1 record 500h ago", "cached old+gone+fresh+older"};
+    EXPECT_EQ(told, atOnce);
+    simulated.loop.advance(10);
+    EXPECT_EQ(told.back(), "amateur gave 1 record 0h ago");
+    simulated.loop.advance(HttpClient::kWholeSeconds);
+    EXPECT_THAT(told, ::testing::Contains("weather gave no answer 0h ago"));
+    EXPECT_EQ(told.back(), "all fresh+new+older");
+}
+
+TEST_F(WatchedFetch, FreshCachesAreNotToldAhead) {
+    putCache("noaa", block("fresh", "00001"), 1);
+    putCache("goes", "404", 2);
+    EXPECT_THAT(allToldOf({"noaa", "goes"}),
+                ElementsAre("noaa fresh, 1 record 1h ago", "goes fresh, no elements in it 2h ago",
+                            "all fresh"));
+}
+
+TEST_F(WatchedFetch, ImportedSetsAreToldWithTheCaches) {
+    manager = std::make_unique<TLEManager>(
+        simulated.machine, kBase,
+        UserElements{nullptr, [] { return TLEManager::parseAuto(block("IMPORTED")); }});
+    EXPECT_THAT(allToldOf({"amateur"}),
+                ElementsAre("amateur awaited", "cached IMPORTED", "amateur gave no answer 0h ago",
+                            "all IMPORTED"));
+}
+
+TEST_F(WatchedFetch, EachDownloadTellsWhatItGave) {
+    answer(groupUrl("amateur"), "<html>", 1);
+    simulated.http.answers[groupUrl("amateur")].status = 503;
+    answer(groupUrl("weather"), "<html>", 2);
+    putCache("noaa", block("OLD"), 100);
+    answer(groupUrl("noaa"), std::nullopt, 3);
+    simulated.http.answers[groupUrl("noaa")].status = 304;
+    told = allToldOf({"amateur", "weather", "noaa", "nonsense"});
+    for (const char* line :
+         {"amateur gave HTTP 503 0h ago", "weather gave no elements in it 0h ago",
+          "noaa gave not modified 0h ago", "nonsense gave no web address 0h ago", "all OLD"}) {
+        EXPECT_THAT(told, ::testing::Contains(line));
+    }
+    EXPECT_EQ(simulated.files.files.at(fileOf("noaa.tle")), block("OLD"));
+}
+
+TEST_F(WatchedFetch, ATimeThatNobodyCanHaveMeantIsNotRemembered) {
+    putCache("noaa", block("A"), 1);
+    for (const char* stamp : {"1e300", "-1e300"}) {
+        simulated.files.files[fileOf("noaa.timestamp")] = stamp;
+        told.clear();
+        allToldOf({"noaa"});
+        EXPECT_TRUE(told.front() == "noaa fresh" || told.front() == "noaa awaited") << told.front();
+    }
+}
+
+/// A pool with one slow worker: the second task waits until it is let go.
+class SlowSecondTask final : public WorkerPool {
+  public:
+    explicit SlowSecondTask(MainLoop& loop) : loop_(loop) {}
+    using WorkerPool::run;
+    void run(MainLoop::Task task, Priority /*priority*/) override {
+        if (++count_ == 2) {
+            second = std::move(task);
+        } else {
+            loop_.post(std::move(task));
+        }
+    }
+    MainLoop::Task second;
+
+  private:
+    MainLoop& loop_;
+    int count_ = 0;
+};
+
+TEST_F(WatchedFetch, WhatCachesHoldIsNotToldBehindTheWhole) {
+    SlowSecondTask workers(simulated.loop);
+    const Machine& all = simulated.machine;
+    const Machine machine{all.clock, all.loop, workers, all.settings,
+                          all.files, all.http, all.tcp, all.location};
+    manager = std::make_unique<TLEManager>(machine, kBase);
+    putCache("amateur", block("OLD"), 100);
+    const std::vector<std::string> expected{"amateur awaited, 1 record 100h ago",
+                                            "amateur gave no answer 0h ago", "all OLD"};
+    EXPECT_EQ(allToldOf({"amateur"}), expected);
+    ASSERT_TRUE(workers.second) << "the caches are merged behind the look into them";
+    workers.second();
+    simulated.loop.runPosted();
+    EXPECT_EQ(told, expected);
 }
 
 TEST_F(TLEManagerTest, NoKeysStillCallBackOnceAndLater) {

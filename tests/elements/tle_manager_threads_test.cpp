@@ -98,11 +98,12 @@ TEST_F(TLEManagerThreadsTest, CompletionsStayOnTheMainThreadAndGoThere) {
     simulated.files.files[directory / "noaa.timestamp"] =
         std::to_string(simulated.loop.now().unixSeconds());
 
-    manager.fetchCategories({"noaa", "amateur", "weather", "goes", "nonsense"}, completion());
+    manager.fetchCategories({"noaa", "amateur", "weather", "goes", "nonsense"}, completion(),
+                            {.cached = completion(), .looked = {}, .downloaded = {}});
     manager.fetchCategory("amateur", completion());
     manager.fetchByNoradId(7, completion());
     simulated.loop.advance(60);
-    EXPECT_EQ(calls, 3);
+    EXPECT_EQ(calls, 4);
     EXPECT_TRUE(wasMergedByWorker);
     EXPECT_EQ(wrongThread, 0);
 }

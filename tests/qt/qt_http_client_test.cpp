@@ -6,6 +6,8 @@
 #include <optional>
 #include <set>
 #include <sstream>
+#include <thread>
+#include <utility>
 #include <vector>
 
 #include "base/text.h"
@@ -13,6 +15,7 @@
 #include "qt/qt_main_loop.h"
 #include "qt/raw_http_server.h"
 #include "qt/spin.h"
+#include "qt/thread_workers.h"
 
 namespace veloran {
 namespace {
@@ -29,7 +32,11 @@ class QtHttpClientTest : public ::testing::Test {
     /// The body, or nothing; fails the test when there is no completion or a hasty one.
     Body fetch(const std::string& url) {
         std::vector<Body> completions;
-        client->get(url, [&](Body body) { completions.push_back(std::move(body)); });
+        client->get(url, [&](HttpResult result) {
+            EXPECT_TRUE(result.status || !result.body);
+            status = result.status;
+            completions.push_back(std::move(result.body));
+        });
         EXPECT_THAT(completions, IsEmpty()) << "called back from inside the call";
         EXPECT_TRUE(spinUntil([&] { return !completions.empty(); })) << url;
         test::spinFor(5);
@@ -43,17 +50,25 @@ class QtHttpClientTest : public ::testing::Test {
 
     test::RawHttpServer server;
     QtMainLoop loop;
-    std::unique_ptr<QtHttpClient> client = std::make_unique<QtHttpClient>(loop);
+    ThreadWorkers workers;
+    std::unique_ptr<QtHttpClient> client = std::make_unique<QtHttpClient>(loop, workers);
+    std::optional<int> status;  ///< of the latest fetch
 };
 
 TEST_F(QtHttpClientTest, TheBodyComesWhateverTheStatus) {
     const std::string body("{\"a\": 1}\r\n\0\xff", 12);
-    for (const auto* status :
+    for (const auto* line :
          {"200 OK", "299 Odd", "400 Bad Request", "401 Unauthorized", "403 Forbidden",
           "404 Not Found", "405 Not Allowed", "409 Conflict", "410 Gone", "418 Teapot",
           "429 Too Many Requests", "500 Error", "501 Not Implemented", "503 Busy", "599 Odd"}) {
-        EXPECT_THAT(answered(httpAnswer(status, body)), Optional(body)) << status;
+        EXPECT_THAT(answered(httpAnswer(line, body)), Optional(body)) << line;
+        EXPECT_THAT(status, Optional(std::stoi(line))) << line;
     }
+}
+
+TEST_F(QtHttpClientTest, NotModifiedHasAStatusAndNoBody) {
+    EXPECT_EQ(answered("HTTP/1.1 304 Not Modified\r\n\r\n"), std::nullopt);
+    EXPECT_THAT(status, Optional(304));
 }
 
 TEST_F(QtHttpClientTest, AnEmptyBodyIsABody) {
@@ -74,6 +89,7 @@ TEST_F(QtHttpClientTest, ABodyInChunksIsPutTogether) {
 TEST_F(QtHttpClientTest, AnAnswerThatIsCutShortIsAFailure) {
     EXPECT_EQ(answered("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nhalf"), std::nullopt);
     EXPECT_EQ(answered("HTTP/1.1 404 Not Found\r\nContent-Length: 100\r\n\r\nhalf"), std::nullopt);
+    EXPECT_EQ(status, std::nullopt);
     EXPECT_EQ(answered("HTTP/1.1 500 Error\r\nContent-Length: 100\r\n\r\n"), std::nullopt);
     EXPECT_EQ(answered("HTTP/1.1 200 OK\r\nContent-Le"), std::nullopt);
     EXPECT_EQ(answered(""), std::nullopt);
@@ -86,6 +102,7 @@ TEST_F(QtHttpClientTest, RedirectsAreFollowedToTheLastBody) {
     EXPECT_THAT(
         answered(httpAnswer("302 Found", "nor this", "Location: " + server.url("/next") + "\r\n")),
         Optional(std::string("last")));
+    EXPECT_THAT(status, Optional(200));
 }
 
 TEST_F(QtHttpClientTest, ARedirectInACircleOrOutOfTheWebIsAFailure) {
@@ -146,6 +163,54 @@ TEST_F(QtHttpClientTest, ASmallPackageOfAHugeBodyFails) {
     EXPECT_EQ(answered(httpAnswer("200 OK", packed, "Content-Encoding: gzip\r\n")), std::nullopt);
 }
 
+/// Keeps tasks until they are run, on a thread of their own.
+class HeldWorkers final : public WorkerPool {
+  public:
+    using WorkerPool::run;
+    void run(MainLoop::Task task, Priority /*priority*/) override {
+        tasks.push_back(std::move(task));
+    }
+    void release() {
+        std::thread([taken = std::exchange(tasks, {})]() mutable {
+            for (auto& task : taken) task();
+        }).join();
+    }
+    std::vector<MainLoop::Task> tasks;
+};
+
+TEST_F(QtHttpClientTest, APackedBodyIsUnpackedByAWorkerAndAPlainOneIsNot) {
+    HeldWorkers held;
+    client = std::make_unique<QtHttpClient>(loop, held);
+    EXPECT_THAT(answered(httpAnswer("200 OK", "plain")), Optional(std::string("plain")));
+    server.answers["/packed"] =
+        httpAnswer("404 Not Found", gzip("packed"), "Content-Encoding: gzip\r\n");
+    std::vector<HttpResult> results;
+    client->get(server.url("/packed"), [&, thread = std::this_thread::get_id()](HttpResult r) {
+        EXPECT_EQ(std::this_thread::get_id(), thread);
+        results.push_back(std::move(r));
+    });
+    ASSERT_TRUE(spinUntil([&] { return !held.tasks.empty(); }));
+    test::spinFor(20);
+    EXPECT_THAT(results, IsEmpty());
+    held.release();
+    ASSERT_TRUE(spinUntil([&] { return !results.empty(); }));
+    EXPECT_THAT(results[0].body, Optional(std::string("packed")));
+    EXPECT_THAT(results[0].status, Optional(404));
+}
+
+TEST_F(QtHttpClientTest, AClientThatGoesWhileAWorkerUnpacksCompletesNothing) {
+    HeldWorkers held;
+    client = std::make_unique<QtHttpClient>(loop, held);
+    server.answers["/it"] = httpAnswer("200 OK", gzip("x"), "Content-Encoding: gzip\r\n");
+    int completed = 0;
+    client->get(server.url("/it"), [&](const HttpResult&) { ++completed; });
+    ASSERT_TRUE(spinUntil([&] { return !held.tasks.empty(); }));
+    client.reset();
+    held.release();
+    test::spinFor(20);
+    EXPECT_EQ(completed, 0);
+}
+
 TEST_F(QtHttpClientTest, ABodyThatPacksWellLands) {
     const std::string wide(20'000'000, ' ');
     EXPECT_EQ(answered(httpAnswer("200 OK", gzip(wide), "Content-Encoding: gzip\r\n")), wide);
@@ -171,8 +236,8 @@ TEST_F(QtHttpClientTest, ManyRequestsAtOnceAllComplete) {
     for (int i = 0; i < 50; ++i) {
         const auto path = "/" + std::to_string(i);
         server.answers[path] = httpAnswer("200 OK", path);
-        client->get(server.url(path), [&, path](Body body) {
-            EXPECT_THAT(body, Optional(path));
+        client->get(server.url(path), [&, path](const HttpResult& result) {
+            EXPECT_THAT(result.body, Optional(path));
             ++completed;
         });
     }
@@ -180,15 +245,24 @@ TEST_F(QtHttpClientTest, ManyRequestsAtOnceAllComplete) {
 }
 
 TEST_F(QtHttpClientTest, AServerThatSaysNothingForTooLongCountsAsFailed) {
-    client = std::make_unique<QtHttpClient>(loop, 0.05);
+    client = std::make_unique<QtHttpClient>(loop, workers, QtHttpOptions{.idleSeconds = 0.05});
     EXPECT_EQ(fetch(server.url("/never")), std::nullopt);
+}
+
+TEST_F(QtHttpClientTest, AServerThatDripsForTooLongCountsAsFailed) {
+    client = std::make_unique<QtHttpClient>(loop, workers,
+                                            QtHttpOptions{.idleSeconds = 600, .wholeSeconds = 0.3});
+    server.dripping["/it"] = "x";
+    EXPECT_EQ(answered("HTTP/1.1 200 OK\r\n\r\n"), std::nullopt);
+    EXPECT_EQ(status, std::nullopt);
+    EXPECT_GT(server.dripped, 0U);
 }
 
 TEST_F(QtHttpClientTest, AServerThatNeverAnswersHoldsUpNothing) {
     client =
         std::make_unique<QtHttpClient>(loop, 1e6);  // who waits for that server, waits for days
     int completed = 0;
-    const auto count = [&](const Body&) { ++completed; };
+    const auto count = [&](const HttpResult&) { ++completed; };
     client->get(server.url("/never"), count);
     ASSERT_TRUE(spinUntil([&] { return !server.requests.empty(); }));
     EXPECT_THAT(answered(httpAnswer("200 OK", "x")), Optional(std::string("x")));
@@ -202,7 +276,7 @@ TEST_F(QtHttpClientTest, ACompletionMayDestroyTheClient) {
     server.answers["/it"] = httpAnswer("200 OK", "x");
     int completed = 0;
     for (int i = 0; i < 3; ++i) {
-        client->get(server.url("/it"), [&](const Body&) {
+        client->get(server.url("/it"), [&](const HttpResult&) {
             ++completed;
             client.reset();
         });

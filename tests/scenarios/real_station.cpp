@@ -39,7 +39,7 @@ std::uint16_t freePort() {
 
 TemporaryMachine::TemporaryMachine(double httpIdleSeconds)
     : desktop_(home_.path().toStdString(), home_.filePath("settings.json").toStdString(),
-               httpIdleSeconds) {}
+               {.idleSeconds = httpIdleSeconds}) {}
 
 std::string SampleServices::elementTarget(const std::string& group) {
     return "/NORAD/elements/gp.php?GROUP=" + group + "&FORMAT=json";

@@ -192,7 +192,10 @@ void ScriptedHttp::get(const std::string& url, Completion completion) {
         if (auto other = special(url, answer)) answer = std::move(*other);
     }
     if (answer.never) return;
-    auto complete = [body = answer.body, completion = std::move(completion)] { completion(body); };
+    HttpResult result{answer.body, answer.status};
+    if (answer.status == kNotModified) result.body.reset();
+    if (!result.body && answer.status != kNotModified) result.status.reset();
+    auto complete = [result, completion = std::move(completion)] { completion(result); };
     if (answer.delaySeconds > 0) {
         loop_.after(answer.delaySeconds, std::move(complete));
     } else {

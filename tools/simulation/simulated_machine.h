@@ -105,6 +105,7 @@ class ScriptedHttp final : public HttpClient {
         std::optional<std::string> body;
         double delaySeconds = 0;
         bool never = false;
+        int status = 200;  ///< told with a body, and by itself where it is 304
     };
     explicit ScriptedHttp(MainLoop& loop) : loop_(loop) {}
     void get(const std::string& url, Completion completion) override;
