@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "base/published.h"
+#include "core/downloads.h"
 #include "core/live_geo_cache.h"
 #include "core/pass_info.h"
 #include "core/pass_queue.h"
@@ -23,6 +24,7 @@
 #include "elements/user_tle_source.h"
 #include "platform/machine.h"
 #include "rig/rigctld_client.h"
+#include "transmitters/satnogs_batch.h"
 #include "transmitters/satnogs_cache.h"
 #include "transmitters/transmitter.h"
 
@@ -104,6 +106,7 @@ class AppState : public std::enable_shared_from_this<AppState> {
     Published<std::set<std::string>> subscribedCategories{objectWillChange};  ///< persisted
     Published<double> tleAge{objectWillChange};  ///< seconds, oldest cached group
     Published<bool> isLoadingTLEs{objectWillChange};
+    Published<Downloads> downloads{objectWillChange};  ///< in memory only
     Published<std::string> statusMessage{objectWillChange};
     /// Share done of the newest search of passes, 0 to 1, in whole percents; absent when none is
     /// under way or it is one of few bodies.
@@ -113,12 +116,16 @@ class AppState : public std::enable_shared_from_this<AppState> {
     Published<double> minAutoTrackElevation{objectWillChange};  ///< degrees, persisted
     Published<bool> polarBearingLine{objectWillChange};         ///< persisted
 
-    // ---- Start-up and loading (app_state_loading.cpp).
+    // ---- Start-up and loading (app_state_loading.cpp). Of loads that overlap the newest stands:
+    // an older one that ends later changes nothing.
     void loadData();
     void refreshTLEs();  ///< downloads every subscribed group anew
     std::vector<SatellitePtr> celestialBodies() const;
     void selectDefaults();
     std::string tleAgeString() const;
+    /// Why there are no elements, if there are none although groups are subscribed: the last
+    /// downloads of those that gave none.
+    std::vector<DownloadOutcome> failedDownloads() const;
     void startPassUpdateTimer();
 
     // ---- Passes (app_state_passes.cpp).
@@ -213,8 +220,13 @@ class AppState : public std::enable_shared_from_this<AppState> {
     void announceLoad();
     void beginLoad();
     void fetchElements();
-    void buildSatellites(std::vector<TLEData> elements);
+    FetchWatch watchOfLoad();
+    using ShowSatellites = void (AppState::*)(std::vector<SatellitePtr> bodies, double oldest);
+    void buildSatellites(std::vector<TLEData> elements, ShowSatellites show);
     void showSatellites(std::vector<SatellitePtr> bodies, double oldestElements);
+    void showCachedSatellites(std::vector<SatellitePtr> bodies, double oldestElements);
+    void replaceSatellites(std::vector<SatellitePtr> bodies);
+    std::string statusOfPasses(std::size_t count) const;
 
     struct PassRun;
     void storePasses(PassRun& run, std::size_t index, PassList found);
@@ -224,6 +236,8 @@ class AppState : public std::enable_shared_from_this<AppState> {
     void showProgress(const PassRun& run);
 
     void replaceTransmitters(std::int64_t id, std::vector<Transmitter> list);
+    void showCachedTransmitters();
+    void fetchNewTransmitters(const std::vector<SatellitePtr>& ticked);
     void loadTuning(const Satellite& satellite, const std::optional<Transmitter>& given);
     void pickUplink(const Satellite& satellite);
     void createRigClient();
@@ -250,12 +264,25 @@ class AppState : public std::enable_shared_from_this<AppState> {
         };
     }
 
+    /// A step of the present load, member or function of this, as a callback that does nothing once
+    /// this has gone or a newer load has begun.
+    template <class Step>
+    auto inThisLoad(Step step) {
+        return [weak = weak_from_this(), load = loads_, step = std::move(step)](auto&&... args) {
+            const auto self = weak.lock();
+            if (!self || self->loads_ != load) return;
+            std::invoke(step, *self, std::forward<decltype(args)>(args)...);
+        };
+    }
+
     Machine machine_;
     AppConfig config_;
     std::vector<UserTLESource> presets_;
     CustomTLEStore imported_;
     TLEManager elements_;
     SatNOGSCache channelCache_;
+    std::optional<SatNOGSBatch> channelBatch_;  // from the first tick on
+    std::set<std::int64_t> fetchedChannels_;    // bodies whose channels this load has brought
     SatellitePreferences preferences_;
     CalibrationOffsetStore calibrations_;
     std::shared_ptr<RigctldClient> rigClient_;  // from the first session to the end of the process
@@ -263,6 +290,7 @@ class AppState : public std::enable_shared_from_this<AppState> {
     std::unique_ptr<Timer> passUpdateTimer_;
     std::unique_ptr<Timer> passQueueTimer_;
     SerialWork importWork_;
+    std::uint64_t loads_ = 0;                    // begun so far
     std::uint64_t passRuns_ = 0;                 // begun so far
     std::uint64_t catalogues_ = 0;               // shown so far
     std::optional<QueuedPassRef> followedPass_;  // see QueueView::followed

@@ -56,31 +56,63 @@ void AppState::announceLoad() {
 }
 
 void AppState::beginLoad() {
+    if (!isLoadingTLEs) announceLoad();  // another one has ended meanwhile
+    ++loads_;
     // Channels first, so that all are there before a satellite is built.
-    loadTransmitterDB(weakly(&AppState::fetchElements));
+    loadTransmitterDB(inThisLoad(&AppState::fetchElements));
 }
 
 void AppState::fetchElements() {
     const auto& groups = subscribedCategories.get();
-    elements_.fetchCategories({groups.begin(), groups.end()}, weakly(&AppState::buildSatellites));
+    elements_.fetchCategories({groups.begin(), groups.end()},
+                              inThisLoad([](AppState& self, std::vector<TLEData> elements) {
+                                  self.buildSatellites(std::move(elements),
+                                                       &AppState::showSatellites);
+                              }),
+                              watchOfLoad());
+}
+
+FetchWatch AppState::watchOfLoad() {
+    downloads = Downloads{downloads->outcomes, {}};
+    FetchWatch watch;
+    // A catalogue that is on the screen stays there until the new one is whole.
+    if (satellites->empty()) {
+        watch.cached = inThisLoad([](AppState& self, std::vector<TLEData> elements) {
+            if (elements.empty()) return;
+            self.buildSatellites(std::move(elements), &AppState::showCachedSatellites);
+        });
+    }
+    watch.looked = inThisLoad([](AppState& self, const std::string& key, bool isAwaited,
+                                 const std::optional<DownloadOutcome>& remembered) {
+        auto known = self.downloads.get();
+        known.noteCache(key, isAwaited, remembered);
+        if (known != self.downloads.get()) self.downloads = std::move(known);
+    });
+    watch.downloaded =
+        inThisLoad([](AppState& self, const std::string& key, const DownloadOutcome& outcome) {
+            auto known = self.downloads.get();
+            known.noteDownload(key, outcome);
+            self.downloads = std::move(known);
+        });
+    return watch;
 }
 
 /// Bodies nobody else has seen yet may be made on any thread; a large catalogue takes a while.
-void AppState::buildSatellites(std::vector<TLEData> elements) {
+void AppState::buildSatellites(std::vector<TLEData> elements, ShowSatellites show) {
     const auto& groups = subscribedCategories.get();
-    machine_.workers.run([weak = weak_from_this(), &loop = machine_.loop, manager = elements_,
+    machine_.workers.run([then = inThisLoad(show), &loop = machine_.loop, manager = elements_,
                           keys = std::vector<std::string>(groups.begin(), groups.end()),
                           shared = std::make_shared<std::vector<TLEData>>(std::move(elements))] {
         std::vector<SatellitePtr> bodies;
         bodies.reserve(shared->size());
         for (auto& tle : *shared) bodies.push_back(makeSatellite(std::move(tle)));
-        loop.post([weak, bodies = std::move(bodies), age = oldestAge(manager, keys)]() mutable {
-            if (const auto self = weak.lock()) self->showSatellites(std::move(bodies), age);
+        loop.post([then, bodies = std::move(bodies), age = oldestAge(manager, keys)]() mutable {
+            then(std::move(bodies), age);
         });
     });
 }
 
-void AppState::showSatellites(std::vector<SatellitePtr> bodies, double oldestElements) {
+void AppState::replaceSatellites(std::vector<SatellitePtr> bodies) {
     for (const auto& satellite : bodies) {
         if (const auto known = transmitterDB_.find(satellite->id); known != transmitterDB_.end()) {
             satellite->transmitters = known->second;
@@ -93,6 +125,21 @@ void AppState::showSatellites(std::vector<SatellitePtr> bodies, double oldestEle
     inheritPasses(satellites, bodies);
     satellites = std::move(bodies);
     ++catalogues_;
+}
+
+/// What the caches held, until the downloads are done: with it one can work. Everything that is
+/// done once in a load waits for the whole. Defaults above all: chosen from a part of the catalogue
+/// they would be kept, and the rest never chosen.
+void AppState::showCachedSatellites(std::vector<SatellitePtr> bodies, double oldestElements) {
+    if (!satellites->empty()) return;  // the whole was quicker
+    replaceSatellites(std::move(bodies));
+    tleAge = oldestElements;
+    showCachedTransmitters();
+    if (!selectedSatellites().empty()) computeAllPasses();
+}
+
+void AppState::showSatellites(std::vector<SatellitePtr> bodies, double oldestElements) {
+    replaceSatellites(std::move(bodies));
 
     if (selectedSatelliteIds->empty()) selectDefaults();
     isLoadingTLEs = false;
@@ -139,6 +186,24 @@ void AppState::selectDefaults() {
 
 std::string AppState::tleAgeString() const {
     return tleAgeText(tleAge);
+}
+
+std::vector<DownloadOutcome> AppState::failedDownloads() const {
+    const bool hasElements = std::ranges::any_of(
+        satellites.get(), [](const auto& body) { return body->bodyKind == BodyKind::sgp4; });
+    std::vector<DownloadOutcome> failed;
+    if (hasElements || satellites->empty()) return failed;  // or nothing has been loaded yet
+    for (const auto& key : subscribedCategories.get()) {
+        const auto known = downloads->outcomes.find(key);
+        if (known == downloads->outcomes.end() || known->second.hasElements()) continue;
+        failed.push_back(known->second);
+    }
+    return failed;
+}
+
+std::string AppState::statusOfPasses(std::size_t count) const {
+    const auto failed = failedDownloads();
+    return failed.empty() ? statusPasses(count) : statusFailed(failed);
 }
 
 void AppState::startPassUpdateTimer() {

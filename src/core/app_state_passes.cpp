@@ -138,7 +138,7 @@ void AppState::finishPasses(const PassRun& run) {
     objectWillChange.send();
     std::size_t count = 0;
     for (const auto& satellite : run.selected) count += satellite->passes->size();
-    statusMessage = statusPasses(count);
+    statusMessage = statusOfPasses(count);
 }
 
 std::optional<TopocentricResult> AppState::cachedObserve(const Satellite& sat, Instant baseTime,
@@ -184,6 +184,7 @@ void AppState::toggleSatellites(const std::vector<SatellitePtr>& list) {
     selectedSatelliteIds = std::move(ids);
     objectWillChange.send();
     computeAllPasses();
+    fetchNewTransmitters(list);
 }
 
 }  // namespace veloran

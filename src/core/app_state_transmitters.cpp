@@ -38,6 +38,7 @@ void AppState::loadBuiltinTransmitters() {
 
 /// What the service knows replaces a body's local channels as a whole. The chosen channel stays.
 void AppState::refreshTransmittersFromSatNOGS() {
+    fetchedChannels_.clear();
     for (const auto& selected : selectedSatellites()) {
         channelCache_.fetchWithCache(selected->id, [weak = weak_from_this(), id = selected->id](
                                                        std::vector<Transmitter> list) {
@@ -46,10 +47,38 @@ void AppState::refreshTransmittersFromSatNOGS() {
     }
 }
 
+/// Whatever their age, and without a request. What the service says meanwhile stays.
+void AppState::showCachedTransmitters() {
+    for (const auto& selected : selectedSatellites()) {
+        channelCache_.fetchCached(selected->id, [weak = weak_from_this(),
+                                                 id = selected->id](std::vector<Transmitter> list) {
+            const auto self = weak.lock();
+            if (!self || self->fetchedChannels_.contains(id)) return;
+            self->replaceTransmitters(id, std::move(list));
+        });
+    }
+}
+
+/// For bodies that were not selected when the load asked for channels. The Sun and the Moon have
+/// none.
+void AppState::fetchNewTransmitters(const std::vector<SatellitePtr>& ticked) {
+    std::vector<std::int64_t> ids;
+    for (const auto& body : ticked) {
+        if (!body->isSelected || body->bodyKind != BodyKind::sgp4) continue;
+        if (!fetchedChannels_.contains(body->id)) ids.push_back(body->id);
+    }
+    if (ids.empty()) return;
+    if (!channelBatch_) {
+        channelBatch_.emplace(channelCache_, weakly(&AppState::replaceTransmitters));
+    }
+    channelBatch_->add(ids);
+}
+
 void AppState::replaceTransmitters(std::int64_t id, std::vector<Transmitter> list) {
     const auto body = std::find_if(satellites->begin(), satellites->end(),
                                    [id](const auto& satellite) { return satellite->id == id; });
     if (list.empty() || body == satellites->end()) return;
+    fetchedChannels_.insert(id);
     (*body)->transmitters = list;
     transmitterDB_[id] = std::move(list);
     objectWillChange.send();

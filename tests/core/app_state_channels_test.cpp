@@ -138,6 +138,75 @@ TEST_F(ServiceChannels, AnswerForABodyDeselectedMeanwhileIsTaken) {
     EXPECT_THAT(channelsOf(25544), ElementsAre("late"));
 }
 
+TEST_F(ServiceChannels, BodyTickedForTheFirstTimeGetsItsChannelsAtOnce) {
+    http().answers[urlOf(44909)] = {answerWith("new"), 1};
+    load();
+    http().requests.clear();
+    world.app->toggleSatellite(world.body(44909));
+    world.machine.loop.advance(2);
+    EXPECT_THAT(http().requests, ElementsAre(urlOf(44909)));
+    EXPECT_THAT(channelsOf(44909), ElementsAre("new"));
+    EXPECT_TRUE(world.machine.files.files.contains("/home/test/.veloran/satnogs/44909.json"));
+    for (int i = 0; i < 2; ++i) world.app->toggleSatellite(world.body(44909));
+    world.machine.loop.advance(2);
+    EXPECT_EQ(http().requests.size(), 1u) << "once is enough";
+}
+
+TEST_F(ServiceChannels, TickedBodyIsServedFromItsCache) {
+    world.machine.files.files["/home/test/.veloran/satnogs/44909.json"] =
+        encodeTransmitters({channel(435.64e6)});
+    world.machine.files.files["/home/test/.veloran/satnogs/44909.timestamp"] =
+        fmt::format("{}", world.machine.loop.now().unixSeconds());
+    load();
+    http().requests.clear();
+    world.app->toggleSatellite(world.body(44909));
+    world.machine.loop.runPosted();
+    EXPECT_THAT(http().requests, IsEmpty());
+    ASSERT_EQ(world.body(44909)->transmitters.size(), 1u);
+    EXPECT_EQ(world.body(44909)->transmitters[0].freq, 435.64e6);
+}
+
+TEST_F(ServiceChannels, ManyTickedAtOnceAskFourAtATime) {
+    constexpr std::int64_t kMany = 20;
+    std::string group = "[";
+    for (std::int64_t id = 1; id <= kMany; ++id) {
+        group += (id > 1 ? "," : "") + ommRecord(fmt::format("S{:02}", id), 1000 + id);
+        http().answers[urlOf(1000 + id)] = {answerWith("new"), 1};
+    }
+    world.cacheGroup("amateur", group + "]");
+    select({});
+    load();
+    http().requests.clear();
+    world.app->toggleSatellites(world.app->satellites);  // the Sun and the Moon too
+    for (std::size_t asked = 4; asked <= kMany; asked += 4) {
+        world.machine.loop.advance(asked == 4 ? 0.5 : 1);
+        EXPECT_EQ(http().requests.size(), asked);
+    }
+    world.machine.loop.advance(5);
+    EXPECT_EQ(http().requests.size(), static_cast<std::size_t>(kMany));
+    EXPECT_THAT(channelsOf(1001), ElementsAre("new"));
+    EXPECT_THAT(channelsOf(1000 + kMany), ElementsAre("new"));
+}
+
+TEST_F(ServiceChannels, BodyThatIsUntickedOrHasNoChannelsIsNotAskedFor) {
+    load();
+    http().requests.clear();
+    world.app->toggleSatellite(world.body(25544));
+    world.app->toggleSatellite(world.body(-1));
+    world.machine.loop.advance(2);
+    EXPECT_THAT(http().requests, IsEmpty());
+}
+
+TEST_F(ServiceChannels, TickedBodyWithoutAnswerIsAskedForAtTheNextTick) {
+    load();
+    http().requests.clear();
+    for (int i = 0; i < 3; ++i) {
+        world.app->toggleSatellite(world.body(44909));
+        world.machine.loop.advance(2);
+    }
+    EXPECT_THAT(http().requests, ElementsAre(urlOf(44909), urlOf(44909)));
+}
+
 TEST_F(ServiceChannels, AnswersOfOneBodyLeaveTheOthersAlone) {
     select({25544, 44909});
     http().answers[urlOf(44909)] = {answerWith("first"), 1};

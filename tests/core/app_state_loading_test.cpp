@@ -154,7 +154,38 @@ TEST_F(Loading, WithoutNetworkAndCacheThereAreSunAndMoonOfUnknownAge) {
     EXPECT_EQ(world.app->tleAge, 999999);
     EXPECT_EQ(world.app->tleAgeString(), "11d ago");
     EXPECT_TRUE(world.app->selectedSatelliteIds->empty());
+    EXPECT_EQ(world.app->statusMessage.get(), "Download failed: no answer");
+}
+
+TEST_F(Loading, StatusLineTellsWhyThereAreNoElementsUntilThereAreSome) {
+    subscribeTo({"amateur", "stations", "weather"});
+    const auto url = [this](const char* group) {
+        return world.app->elements().celestrakURL(group);
+    };
+    world.start();
+    auto& answers = world.machine.http.answers;
+    answers[url("amateur")] = {"<html>", 0, false, 503};
+    answers[url("weather")] = {"<html>", 0, false, 503};
+    StatusLog log(*world.app);
+    world.load();
+    EXPECT_EQ(log.texts(), (std::vector<std::string>{"", "Fetching TLEs...", "2 sats | TLE 11d ago",
+                                                     "Computing passes for 0 satellites...",
+                                                     "Downloads failed: HTTP 503, no answer"}));
+    world.machine.loop.advance(301);
+    EXPECT_EQ(world.app->statusMessage.get(), "Downloads failed: HTTP 503, no answer");
+
+    answers[url("stations")] = {ommGroup({{"RS-44", 44909}})};
+    world.app->refreshTLEs();
+    world.machine.loop.runPosted();
+    EXPECT_EQ(world.app->statusMessage.get(), statusPasses(world.body(44909)->passes->size()));
+}
+
+TEST_F(Loading, WithoutGroupsNothingHasFailed) {
+    subscribeTo({});
+    world.start();
+    world.load();
     EXPECT_EQ(world.app->statusMessage.get(), "0 passes in next 24h");
+    EXPECT_TRUE(world.app->failedDownloads().empty());
 }
 
 TEST_F(Loading, AbsurdTimeStampCountsAsUnknownAge) {
@@ -181,7 +212,7 @@ TEST_F(Loading, RefreshMakesEveryGroupStale) {
     EXPECT_EQ(world.body(1), nullptr);
 }
 
-TEST_F(Loading, OfTwoOverlappingLoadsTheLaterCompletionStands) {
+TEST_F(Loading, OlderLoadThatEndsLaterChangesNothing) {
     subscribeTo({"amateur"});
     world.start();
     const std::string url = world.app->elements().celestrakURL("amateur");
@@ -191,10 +222,181 @@ TEST_F(Loading, OfTwoOverlappingLoadsTheLaterCompletionStands) {
     world.machine.http.answers[url] = {ommGroup({{"FAST", 2}}), 5};
     world.app->loadData();
     world.machine.loop.advance(10);
-    EXPECT_NE(world.body(2), nullptr);
+    ASSERT_NE(world.body(2), nullptr);
+    EXPECT_FALSE(world.app->isLoadingTLEs);
+    const auto before = world.app->satellites.get();
+    const auto status = world.app->statusMessage.get();
+    const auto downloads = world.app->downloads.get();
     world.machine.loop.advance(30);
-    EXPECT_EQ(world.body(2), nullptr);
-    EXPECT_NE(world.body(1), nullptr);
+    EXPECT_EQ(world.app->satellites.get(), before);
+    EXPECT_EQ(world.app->statusMessage.get(), status);
+    EXPECT_EQ(world.app->downloads.get(), downloads);
+}
+
+TEST_F(Loading, OlderLoadThatEndsFirstLeavesTheNewerOneUnderWay) {
+    subscribeTo({"amateur"});
+    world.start();
+    const std::string url = world.app->elements().celestrakURL("amateur");
+    world.machine.http.answers[url] = {ommGroup({{"FIRST", 1}}), 5};
+    world.app->loadData();
+    world.machine.loop.runPosted();
+    world.machine.http.answers[url] = {ommGroup({{"SECOND", 2}}), 30};
+    world.app->loadData();
+    world.machine.loop.advance(10);
+    EXPECT_TRUE(world.app->isLoadingTLEs);
+    EXPECT_TRUE(world.app->satellites->empty());
+    world.machine.loop.advance(30);
+    EXPECT_FALSE(world.app->isLoadingTLEs);
+    EXPECT_NE(world.body(2), nullptr);
+    EXPECT_EQ(world.body(1), nullptr);
+}
+
+TEST_F(Loading, RefreshIsNewerThanALoadBegunBeforeItsStampsWereGone) {
+    subscribeTo({"amateur"});
+    world.cacheGroup("amateur", ommGroup({{"OLD", 1}}));
+    world.start();
+    world.machine.http.answers[world.app->elements().celestrakURL("amateur")].body =
+        ommGroup({{"NEW", 2}});
+    world.app->refreshTLEs();
+    world.load();
+    EXPECT_NE(world.body(2), nullptr);
+    EXPECT_FALSE(world.app->isLoadingTLEs);
+}
+
+// ---- Old caches, before the downloads are done
+
+class OldCaches : public Loading {
+  protected:
+    OldCaches() {
+        subscribeTo({"amateur", "stations", "weather"});
+        world.machine.settings.set("selectedSatIds", std::vector<std::int64_t>{44909});
+        world.cacheGroup("amateur", ommGroup({{"RS-44", 44909}, {"GONE", 3}}), 4 * 86400);
+        world.cacheGroup("stations", ommGroup({{"ISS (ZARYA)", 25544}}), 60);
+        world.start();
+        answer("amateur", {ommGroup({{"RS-44 NEW", 44909}}), 2});
+        answer("weather", {std::nullopt, HttpClient::kWholeSeconds});
+    }
+    void answer(const char* group, ScriptedHttp::Answer answer) {
+        world.machine.http.answers[world.app->elements().celestrakURL(group)] = std::move(answer);
+    }
+    bool hasTimer() const { return world.machine.loop.timerCount() > 2; }  // beside the downloads
+};
+
+TEST_F(OldCaches, AreShownAtOnceAndReplacedWhenTheDownloadsAreDone) {
+    world.load();
+    EXPECT_EQ(names(), (std::vector<std::string>{"GONE", "ISS (ZARYA)", "Moon", "RS-44", "Sun"}));
+    EXPECT_TRUE(world.body(44909)->isSelected);
+    EXPECT_FALSE(world.body(44909)->passes->empty());
+    EXPECT_TRUE(world.app->isLoadingTLEs);
+    EXPECT_EQ(world.app->tleAge, 999999) << "one group was never downloaded";
+    world.machine.loop.advance(60);
+    EXPECT_NE(world.body(3), nullptr) << "one source still drips";
+    world.machine.loop.advance(HttpClient::kWholeSeconds);
+    EXPECT_EQ(names(), (std::vector<std::string>{"ISS (ZARYA)", "Moon", "RS-44 NEW", "Sun"}));
+    EXPECT_FALSE(world.app->isLoadingTLEs);
+    EXPECT_FALSE(world.body(44909)->passes->empty());
+}
+
+TEST_F(OldCaches, LeaveTheStepsOfTheLoadToItsEnd) {
+    StatusLog log(*world.app);
+    world.load();
+    EXPECT_FALSE(hasTimer());
+    const std::string early = statusPasses(world.body(44909)->passes->size());
+    world.machine.loop.advance(200);
+    const std::string late = statusPasses(world.body(44909)->passes->size());
+    EXPECT_EQ(log.texts(),
+              (std::vector<std::string>{
+                  "", "Fetching TLEs...", "Computing passes for 1 satellites...", early,
+                  "4 sats | TLE 11d ago", "Computing passes for 1 satellites...", late}));
+    EXPECT_EQ(world.machine.loop.timerCount(), 1u) << "the timer of the passes";
+}
+
+TEST_F(OldCaches, ChooseNoDefaults) {
+    world.app->selectedSatelliteIds = std::set<std::int64_t>{};
+    StatusLog log(*world.app);
+    world.load();
+    EXPECT_NE(world.body(25544), nullptr);
+    EXPECT_TRUE(world.app->selectedSatelliteIds->empty());
+    EXPECT_EQ(log.texts().back(), "Fetching TLEs...") << "there is nothing to compute";
+    world.machine.loop.advance(200);
+    EXPECT_EQ(world.app->selectedSatelliteIds.get(), (std::set<std::int64_t>{25544, 44909}));
+}
+
+TEST_F(OldCaches, AreNotShownOverACatalogueOnTheScreen) {
+    world.load();
+    world.machine.loop.advance(200);
+    ASSERT_EQ(world.body(3), nullptr);
+    world.cacheGroup("amateur", ommGroup({{"STALE", 3}}), 4 * 86400);
+    const auto before = world.app->satellites.get();
+    world.load();
+    EXPECT_EQ(world.app->satellites.get(), before);
+    world.machine.loop.advance(10);
+    EXPECT_EQ(world.app->satellites.get(), before);
+}
+
+TEST_F(OldCaches, ShowTheChannelsThatAreKeptWithoutARequest) {
+    world.machine.files.files["/home/test/.veloran/satnogs/44909.json"] =
+        encodeTransmitters({channel(435.64e6)});
+    world.load();
+    ASSERT_EQ(world.body(44909)->transmitters.size(), 1u);
+    EXPECT_EQ(world.body(44909)->transmitters[0].freq, 435.64e6);
+    EXPECT_EQ(world.machine.http.requests.size(), 2u) << "of elements";
+    world.machine.loop.advance(200);
+    EXPECT_EQ(world.body(44909)->transmitters[0].freq, 435.64e6);
+    EXPECT_EQ(world.machine.http.requests.size(), 3u);
+}
+
+TEST_F(OldCaches, ImportedSetsAloneAreShownToo) {
+    world.machine.files.files.clear();
+    world.machine.files.files["/home/test/.veloran/custom.tle"] =
+        "MINE\n1 70001U 98067A   26325.00000000  .00016717  00000-0  10270-3 0  9991\n"
+        "2 70001  51.6412 208.9163 0006703  69.9862 290.2073 15.50073832560129\n";
+    world.load();
+    EXPECT_EQ(names(), (std::vector<std::string>{"MINE", "Moon", "Sun"}));
+}
+
+TEST_F(OldCaches, WithoutAnyNothingIsShownBeforeTheEnd) {
+    world.machine.files.files.clear();
+    world.load();
+    EXPECT_TRUE(world.app->satellites->empty());
+}
+
+TEST_F(OldCaches, TellWhatIsWaitedForAndWhatCame) {
+    world.load();
+    EXPECT_EQ(world.app->downloads->awaited, (std::set<std::string>{"amateur", "weather"}));
+    const auto told = [this](const char* key) {
+        return outcomeText(world.app->downloads->outcomes.at(key), world.app->now());
+    };
+    EXPECT_EQ(told("amateur"), "2 records, 4d ago") << "as the cache remembers";
+    EXPECT_EQ(told("stations"), "1 record, 1m ago");
+    EXPECT_FALSE(world.app->downloads->outcomes.contains("weather"));
+    world.machine.loop.advance(1 + HttpClient::kWholeSeconds);
+    EXPECT_TRUE(world.app->downloads->awaited.empty());
+    EXPECT_EQ(told("amateur"), "1 record, 2m ago");
+    EXPECT_EQ(told("weather"), "no answer, < 1m ago");
+
+    // An error page is kept and counts as fresh: what it was is remembered all the same.
+    answer("weather", {"<html>", 0, false, 503});
+    world.app->refreshTLEs();
+    world.machine.loop.runPosted();
+    world.load();
+    EXPECT_EQ(told("weather"), "HTTP 503, < 1m ago");
+}
+
+TEST_F(Loading, FreshCachesAreShownOnceAndAsBefore) {
+    subscribeTo({"amateur"});
+    world.cacheGroup("amateur", ommGroup({{"RS-44", 44909}}));
+    world.start();
+    std::size_t changes = 0;
+    std::vector<SatellitePtr> before;
+    const auto watching = world.app->objectWillChange.subscribe([&] {
+        if (before == world.app->satellites.get()) return;
+        before = world.app->satellites;
+        ++changes;
+    });
+    world.load();
+    EXPECT_EQ(changes, 1u);
+    EXPECT_TRUE(world.machine.http.requests.size() == 1u) << "of channels";
 }
 
 TEST_F(Loading, PassesAreComputedAnewEveryFiveMinutesAfterTheLatestLoad) {
@@ -231,6 +433,32 @@ TEST_F(Loading, ReplacingTheListLeavesTheTrackedAndThePickedBodyAlone) {
     world.load();
     EXPECT_NE(world.body(44909), before);
     EXPECT_EQ(world.app->trackingSatellite.get(), before);
+}
+
+TEST(Downloads, CacheCountsUntilTheProgramKnowsBetter) {
+    using Kind = DownloadOutcome::Kind;
+    const DownloadOutcome cached{Kind::records, 5, Instant{100}};
+    const DownloadOutcome failed{Kind::noAnswer, 0, Instant{50}};  // the clock was set back
+    Downloads downloads;
+    downloads.noteCache("a", true, cached);
+    EXPECT_EQ(downloads.outcomes.at("a"), cached);
+    EXPECT_TRUE(downloads.awaited.contains("a"));
+    downloads.noteDownload("a", failed);
+    EXPECT_FALSE(downloads.awaited.contains("a"));
+    downloads.noteCache("a", false, cached);
+    EXPECT_EQ(downloads.outcomes.at("a"), failed);
+    EXPECT_FALSE(downloads.awaited.contains("a"));
+    downloads.noteCache("b", false, std::nullopt);
+    EXPECT_FALSE(downloads.outcomes.contains("b"));
+}
+
+TEST(StatusFailed, TellsEachReasonOnce) {
+    using Kind = DownloadOutcome::Kind;
+    const DownloadOutcome silent{Kind::noAnswer, 0, {}};
+    const DownloadOutcome page{Kind::httpStatus, 404, {}};
+    EXPECT_EQ(statusFailed({page}), "Download failed: HTTP 404");
+    EXPECT_EQ(statusFailed({silent, silent}), "Downloads failed: no answer");
+    EXPECT_EQ(statusFailed({silent, page, silent}), "Downloads failed: no answer, HTTP 404");
 }
 
 TEST(TleAgeText, GoesByTheLargestWholeUnit) {
