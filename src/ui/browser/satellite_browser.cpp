@@ -3,9 +3,11 @@
 #include <QDragEnterEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QShortcut>
 #include <QSplitter>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "ui/browser/browser_model.h"
 #include "ui/browser/browser_texts.h"
@@ -38,7 +40,28 @@ constexpr int kLeastRight = 220;
 constexpr int kIdealRight = 260;
 constexpr int kSearchWidth = 320;
 constexpr int kHeaderPixels = 11;
+constexpr int kNotePixels = 12;
+constexpr int kNoteMargin = 14;
 constexpr int kAgeSteps = 60000;  // milliseconds
+
+bool hasElements(const AppState& state) {
+    return std::ranges::any_of(state.satellites.get(), [](const SatellitePtr& satellite) {
+        return satellite->bodyKind == BodyKind::sgp4;
+    });
+}
+
+std::string noteOf(AppState& state) {
+    const Downloads& downloads = state.downloads;
+    std::vector<GroupDownload> groups;
+    for (const auto& category : state.elements().categories()) {
+        if (!state.subscribedCategories->contains(category.name)) continue;
+        const auto known = downloads.outcomes.find(category.name);
+        groups.push_back(
+            {category.description, downloads.awaited.contains(category.name),
+             known == downloads.outcomes.end() ? std::nullopt : std::optional(known->second)});
+    }
+    return emptyBrowserText(state.isLoadingTLEs, groups);
+}
 
 /// Heading of a panel: 10 points at the sides, 4 above and below. Its texts stand on one baseline,
 /// which is that of the panel beside it too.
@@ -142,11 +165,19 @@ QWidget* SatelliteBrowser::makeLeftPanel() {
     age_->setObjectName("elementAge");
     tree_ = new BrowserTree(*model_);
     connectTree();
+    note_ = new QLabel;
+    note_->setObjectName("browserNote");
+    note_->setTextFormat(Qt::PlainText);
+    note_->setFont(Theme::face(kNotePixels));
+    note_->setForegroundRole(QPalette::PlaceholderText);
+    note_->setWordWrap(true);
+    note_->setMargin(kNoteMargin);
 
     QHBoxLayout* header = makeHeader(tr("AVAILABLE"), count_);
     header->addWidget(age_);
     QVBoxLayout* column = makeColumn(panel);
     column->addLayout(header);
+    column->addWidget(note_);
     column->addWidget(tree_, 1);
     return panel;
 }
@@ -203,7 +234,17 @@ void SatelliteBrowser::refreshAvailable() {
     count_->setText(std::to_string(model_->filteredCount()));
     age_->setText(elementAgeText(state_->tleAgeString()));
     age_->setTextStyle({kHeaderPixels, QFont::Normal, elementAgeColor(state_->tleAge)});
+    showNote();
     if (isVisible()) tree_->updateVisibleRows();
+}
+
+void SatelliteBrowser::showNote() {
+    const bool hasBegun = state_->isLoadingTLEs || !state_->satellites->empty();
+    const bool isWanted = hasBegun && !hasElements(*state_);
+    const QString text = isWanted ? qText(noteOf(*state_)) : QString();
+    if (text == note_->text() && note_->isHidden() == text.isEmpty()) return;
+    note_->setText(text);
+    note_->setVisible(!text.isEmpty());
 }
 
 void SatelliteBrowser::refreshTracked() {

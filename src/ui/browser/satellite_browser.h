@@ -8,6 +8,8 @@
 
 #include "core/app_state.h"
 
+class QLabel;
+
 namespace veloran {
 
 class BrowserModel;
@@ -41,6 +43,7 @@ class SatelliteBrowser : public QWidget {
     QWidget* makeRightPanel();
     void connectTree();
     void refreshAvailable();
+    void showNote();
     void refreshTracked();
     void search(const QString& text);
     void setAll(const std::vector<SatellitePtr>& satellites, bool selected);
@@ -57,6 +60,7 @@ class SatelliteBrowser : public QWidget {
     SearchField* search_ = nullptr;
     ValueLabel* count_ = nullptr;
     ValueLabel* age_ = nullptr;
+    QLabel* note_ = nullptr;  // in place of satellites that are not there
     BrowserTree* tree_ = nullptr;
     ValueLabel* trackedCount_ = nullptr;
     TextButton* clear_ = nullptr;

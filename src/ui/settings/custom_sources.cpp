@@ -10,6 +10,7 @@
 #include "ui/commands.h"
 #include "ui/q_text.h"
 #include "ui/settings/form_controls.h"
+#include "ui/settings/source_texts.h"
 #include "ui/widgets/switch_button.h"
 #include "ui/widgets/symbol_button.h"
 #include "ui/widgets/value_label.h"
@@ -152,6 +153,7 @@ void CustomSources::readSources() {
     sources_ = state_->userSources().load();
     showRows();
     showSubscriptions();
+    showDownloads();
     enableButtons();
     emit sourcesChanged();
 }
@@ -185,6 +187,13 @@ void CustomSources::showSubscriptions() {
     for (std::size_t i = 0; i < rows_.size(); ++i) {
         rows_[i].subscription->display(
             state_->subscribedCategories->contains(sources_[i].categoryKey()));
+    }
+}
+
+void CustomSources::showDownloads() {
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+        rows_[i].subscription->setDetail(
+            qText(sourceDetail(state_->downloads, sources_[i].categoryKey(), state_->now())));
     }
 }
 

@@ -23,6 +23,8 @@ class CustomSources : public QWidget {
     const std::vector<UserTLESource>& sources() const { return sources_; }
     /// Brings the switches up to date.
     void showSubscriptions();
+    /// Brings what the rows tell of their downloads up to date.
+    void showDownloads();
 
   signals:
     void sourcesChanged();

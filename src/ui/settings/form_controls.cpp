@@ -12,6 +12,7 @@
 #include "ui/theme.h"
 #include "ui/widgets/one_line.h"
 #include "ui/widgets/switch_button.h"
+#include "ui/widgets/value_label.h"
 
 namespace veloran {
 
@@ -176,6 +177,17 @@ void SwitchRow::display(bool on) {
     if (button_->isChecked() == on) return;
     const QSignalBlocker silent(button_);
     button_->setChecked(on);
+}
+
+void SwitchRow::setDetail(const QString& text) {
+    if (!detail_) {
+        if (text.isEmpty()) return;
+        detail_ = new ValueLabel({10, QFont::Normal, Ink::secondary, 1, false});
+        detail_->setObjectName(button_->objectName() + " detail");
+        layout()->addWidget(detail_);
+    }
+    detail_->setText(text);
+    button_->setAccessibleDescription(text);
 }
 
 void SwitchRow::mouseReleaseEvent(QMouseEvent* event) {

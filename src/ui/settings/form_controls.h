@@ -11,6 +11,7 @@ class QLabel;
 namespace veloran {
 
 class SwitchButton;
+class ValueLabel;
 
 /// How a control is found by scripts and told by a screen reader.
 struct ControlName {
@@ -75,6 +76,8 @@ class SwitchRow : public QWidget {
     SwitchButton* button() const { return button_; }
     /// Follows the state, which hears nothing of it.
     void display(bool on);
+    /// A few words of less weight at the end of the row; a screen reader tells them too.
+    void setDetail(const QString& text);
 
   signals:
     /// By the user.
@@ -85,6 +88,7 @@ class SwitchRow : public QWidget {
 
   private:
     SwitchButton* button_;
+    ValueLabel* detail_ = nullptr;  // from the first words on
 };
 
 }  // namespace veloran

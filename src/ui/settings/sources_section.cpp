@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "ui/commands.h"
@@ -10,6 +11,7 @@
 #include "ui/satellite_texts.h"
 #include "ui/settings/custom_sources.h"
 #include "ui/settings/settings_form.h"
+#include "ui/settings/source_texts.h"
 #include "ui/widgets/disclosure.h"
 #include "ui/widgets/value_label.h"
 
@@ -41,6 +43,7 @@ SourcesSection::SourcesSection(std::shared_ptr<AppState> state)
     addCustomSources();
     addAge();
     showSubscriptions();
+    showDownloads();
 }
 
 void SourcesSection::addGroups(const QString& section, const std::vector<TLECategory>& categories) {
@@ -97,6 +100,20 @@ void SourcesSection::addAge() {
 void SourcesSection::refresh() {
     FormSection::refresh();
     if (shown_ != state().subscribedCategories.get()) showSubscriptions();
+    constexpr double kSecondsOfAText = 30;  // its ages go by minutes
+    const bool isOld = std::abs(state().now() - shownAt_) >= kSecondsOfAText;
+    if (isOld || shownDownloads_ != state().downloads.get()) showDownloads();
+}
+
+void SourcesSection::showDownloads() {
+    shownDownloads_ = state().downloads;
+    shownAt_ = state().now();
+    for (const auto& section : sections_) {
+        for (const auto& group : section.groups) {
+            group.row->setDetail(qText(sourceDetail(shownDownloads_, group.key, shownAt_)));
+        }
+    }
+    custom_->showDownloads();
 }
 
 void SourcesSection::showSubscriptions() {

@@ -35,6 +35,7 @@ class SourcesSection : public FormSection {
     void addCustomSources();
     void addAge();
     void showSubscriptions();
+    void showDownloads();
     void showCustomCount();
 
     std::vector<GroupSection> sections_;
@@ -42,6 +43,8 @@ class SourcesSection : public FormSection {
     Disclosure* customDisclosure_ = nullptr;
     ValueLabel* age_ = nullptr;
     std::set<std::string> shown_;
+    Downloads shownDownloads_;
+    Instant shownAt_;
 };
 
 }  // namespace veloran

@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QDragEnterEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QSplitter>
@@ -68,6 +69,32 @@ class SatelliteBrowserTest : public BrowserFixture {
 
     std::unique_ptr<SatelliteBrowser> window;
 };
+
+TEST_F(SatelliteBrowserTest, WithoutSatellitesItSaysWhatItWaitsForAndWhatHasFailed) {
+    const auto note = [this] { return child<QLabel>(*window, "browserNote").text(); };
+    const std::string url = state->elements().celestrakURL("amateur");
+    machine.http.answers[url] = {std::nullopt, 5};
+    open();
+    EXPECT_FALSE(isShown(*window, "browserNote")) << "there are satellites";
+    state->satellites = std::vector<SatellitePtr>{};
+    state->loadData();
+    machine.loop.runPosted();
+    window->refresh();
+    EXPECT_TRUE(isShown(*window, "browserNote"));
+    EXPECT_EQ(note(), "Waiting for Amateur Radio…");
+    machine.loop.advance(6);
+    window->refresh();
+    EXPECT_EQ(note(),
+              "No elements could be had.\nAmateur Radio: no answer\n"
+              "Check the network, then press \"Refresh\".");
+    EXPECT_EQ(state->statusMessage.get(), "Download failed: no answer");
+
+    machine.http.answers[url] = {kStation};
+    state->refreshTLEs();
+    machine.loop.advance(6);
+    window->refresh();
+    EXPECT_FALSE(isShown(*window, "browserNote"));
+}
 
 TEST_F(SatelliteBrowserTest, HasTheToldSizes) {
     open();

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "base/unique_id.h"
 #include "settings_fixture.h"
 #include "ui/settings/custom_sources.h"
 #include "ui/theme.h"
@@ -10,6 +11,11 @@
 
 namespace veloran::test {
 namespace {
+
+constexpr const char* kStation =
+    "ISS (ZARYA)\n"
+    "1 25544U 98067A   26095.54791667  .00016717  00000+0  10270-3 0  9994\n"
+    "2 25544  51.6412  10.7412 0002819  32.7451  12.4721 15.50073832123456\n";
 
 class SourcesSectionTest : public SettingsFixture {
   protected:
@@ -90,6 +96,35 @@ TEST_F(SourcesSectionTest, RefreshNowDownloadsAnew) {
     machine.loop.runPosted();
     EXPECT_FALSE(machine.files.files.contains("/home/test/.veloran/tle/amateur.timestamp"));
     EXPECT_EQ(machine.http.requests.size(), 2u);
+}
+
+TEST_F(SourcesSectionTest, RowsTellWhatTheLastDownloadGave) {
+    const auto told = [this](const char* name) {
+        const auto* label = sheet->findChild<ValueLabel*>(QString("%1 detail").arg(name));
+        return label ? label->text() : QString();
+    };
+    EXPECT_EQ(told("group amateur"), "");
+    state->userSources().add({UniqueId::make().text(), "Own", "http://a/x"});
+    state->subscribedCategories = std::set<std::string>{"amateur", "stations", "user:Own"};
+    sheet->close();
+    open();
+    machine.http.answers[state->elements().celestrakURL("amateur")] = {"<html>", 10, false, 503};
+    machine.http.answers[state->elements().celestrakURL("stations")] = {kStation, 10};
+    state->loadData();
+    machine.loop.runPosted();
+    sheet->refresh();
+    EXPECT_EQ(told("group amateur"), "asking…");
+    machine.loop.advance(11);
+    sheet->refresh();
+    EXPECT_EQ(told("group amateur"), "HTTP 503, < 1m ago");
+    EXPECT_EQ(told("group stations"), "1 record, < 1m ago");
+    EXPECT_EQ(told("source http://a/x"), "no answer, < 1m ago");
+    EXPECT_EQ(told("group weather"), "") << "nobody has asked for it";
+    EXPECT_EQ(child<SwitchButton>(*sheet, "group amateur").accessibleDescription(),
+              "HTTP 503, < 1m ago");
+    machine.loop.advance(7200);
+    sheet->refresh();
+    EXPECT_EQ(told("group stations"), "1 record, 2h ago");
 }
 
 // ---- The user's own.
