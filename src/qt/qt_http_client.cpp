@@ -1,6 +1,7 @@
 #include "qt/qt_http_client.h"
 
 #include <QByteArray>
+#include <QDeadlineTimer>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -25,10 +26,23 @@ struct Transfer {
     bool isBad = false;  // too large, or packed in an unknown way
 };
 
+bool isWeb(const QUrl& url) {
+    const bool isKnown = url.scheme() == "http" || url.scheme() == "https";
+    return url.isValid() && isKnown && !url.host().isEmpty();
+}
+
 std::optional<QUrl> webAddress(const std::string& text) {
     QUrl url(QString::fromStdString(text), QUrl::TolerantMode);
-    const bool isWeb = url.scheme() == "http" || url.scheme() == "https";
-    return url.isValid() && isWeb && !url.host().isEmpty() ? std::optional(url) : std::nullopt;
+    return isWeb(url) ? std::optional(url) : std::nullopt;
+}
+
+/// Where the answer leads, if it is a redirect: an empty address where that may not be followed.
+std::optional<QUrl> redirection(const QNetworkReply& reply) {
+    const auto target = reply.attribute(QNetworkRequest::RedirectionTargetAttribute);
+    if (!target.isValid()) return std::nullopt;
+    const QUrl url = reply.url().resolved(target.toUrl());
+    const bool isLessSafe = reply.url().scheme() == "https" && url.scheme() != "https";
+    return isWeb(url) && !isLessSafe ? url : QUrl();
 }
 
 /// Whether the server has answered, be it with an error page. Qt has no error of its own for most
@@ -109,22 +123,7 @@ class QtHttpClient::Transfers {
     }
 
     void begin(const QUrl& url, Completion completion) {
-        QNetworkRequest request(url);
-        request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                             QNetworkRequest::NoLessSafeRedirectPolicy);
-        // With this line Qt leaves the bytes packed, so that their checksum can be looked at.
-        request.setRawHeader("Accept-Encoding", "gzip");
-        if (tls_) request.setSslConfiguration(*tls_);
-        auto* reply = manager_.get(request);
-        auto transfer = std::make_shared<Transfer>();
-        QObject::connect(reply, &QIODevice::readyRead, reply,
-                         [reply, transfer] { takeBytes(*reply, *transfer); });
-        QObject::connect(reply, &QNetworkReply::finished, reply,
-                         [this, reply, transfer, completion = std::move(completion)] {
-                             finish(*reply, *transfer, completion);
-                         });
-        QTimer::singleShot(milliseconds(wholeSeconds_), Qt::PreciseTimer, reply,
-                           [reply] { reply->abort(); });
+        begin(url, {std::move(completion), QDeadlineTimer(milliseconds(wholeSeconds_))});
     }
 
     void complete(Completion completion, HttpResult result) {
@@ -135,10 +134,48 @@ class QtHttpClient::Transfers {
     }
 
   private:
+    /// A GET with all its redirects.
+    struct Errand {
+        Completion completion;
+        QDeadlineTimer end;
+        int redirects = 0;
+    };
+
     static int milliseconds(double seconds) { return static_cast<int>(seconds * 1000); }
 
-    void finish(QNetworkReply& reply, Transfer& transfer, const Completion& completion) {
+    void begin(const QUrl& url, Errand errand) {
+        QNetworkRequest request(url);
+        // Qt may lose the answer when the server closes the connection over which it redirects.
+        request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
+                             QNetworkRequest::ManualRedirectPolicy);
+        // With this line Qt leaves the bytes packed, so that their checksum can be looked at.
+        request.setRawHeader("Accept-Encoding", "gzip");
+        if (tls_) request.setSslConfiguration(*tls_);
+        auto* reply = manager_.get(request);
+        auto transfer = std::make_shared<Transfer>();
+        QObject::connect(reply, &QIODevice::readyRead, reply,
+                         [reply, transfer] { takeBytes(*reply, *transfer); });
+        QTimer::singleShot(static_cast<int>(errand.end.remainingTime()), Qt::PreciseTimer, reply,
+                           [reply] { reply->abort(); });
+        QObject::connect(reply, &QNetworkReply::finished, reply,
+                         [this, reply, transfer, errand = std::move(errand)] {
+                             finish(*reply, *transfer, errand);
+                         });
+    }
+
+    void follow(const QUrl& url, Errand errand) {
+        constexpr int kMostRedirects = 20;
+        if (url.isEmpty() || ++errand.redirects > kMostRedirects) {
+            complete(std::move(errand.completion), {});
+        } else {
+            begin(url, std::move(errand));
+        }
+    }
+
+    void finish(QNetworkReply& reply, Transfer& transfer, const Errand& errand) {
+        const auto& completion = errand.completion;
         if (!isAnswered(reply)) return complete(completion, {});
+        if (const auto target = redirection(reply)) return follow(*target, errand);
         takeBytes(reply, transfer);
         readHeaders(reply, transfer);
         const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();

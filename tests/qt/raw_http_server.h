@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace veloran::test {
@@ -28,7 +29,7 @@ class RawHttpServer {
     }
 
     std::map<std::string, std::string> answers;
-    /// What a path says to a request without credentials.
+    /// What a path says to a request without credentials, keeping the connection.
     std::map<std::string, std::string> demands;
     /// Bytes that a path sends for ever, behind its answer.
     std::map<std::string, std::string> endless;
@@ -58,7 +59,9 @@ class RawHttpServer {
         auto head = std::make_shared<std::string>();
         const auto read = [this, &socket, head] {
             *head += socket.readAll().toStdString();
-            if (head->find("\r\n\r\n") != std::string::npos) answer(socket, *head);
+            if (head->find("\r\n\r\n") != std::string::npos) {
+                answer(socket, std::exchange(*head, {}));
+            }
         };
         QObject::connect(&socket, &QTcpSocket::readyRead, &socket, read);
         QObject::connect(&socket, &QTcpSocket::disconnected, &socket, &QObject::deleteLater);
@@ -86,7 +89,7 @@ class RawHttpServer {
                 ++dripped;
             });
             timer->start(2);
-        } else {
+        } else if (&said != &demands) {
             socket.disconnectFromHost();
         }
     }
