@@ -46,6 +46,11 @@ class RigctldClient : public std::enable_shared_from_this<RigctldClient> {
     void setMode(const std::string& hamlibMode, std::int64_t passbandHz);
     /// Reads past the receive loop, which may get the answer instead; nothing may depend on it.
     void getFrequency(std::function<void(std::optional<double>)> completion);
+    /// Sends a question whose answer nobody waits for. A connection that died unseen, in a sleep of
+    /// the machine say, reports its end by it. Not the probe: an answer that a waking network makes
+    /// late would change the dialect. While armed nothing is sent: the updates do the same, and an
+    /// answer more would go to one of them.
+    void checkConnection();
     /// Arm and disarm; code -1 at once unless connected to a SAT_PROTO server.
     void satAOS(const std::string& name, CodeCompletion completion = nullptr);
     void satLOS(CodeCompletion completion = nullptr);

@@ -1,3 +1,4 @@
+#include <string_view>
 #include <utility>
 
 #include "base/text.h"
@@ -14,6 +15,7 @@ constexpr std::int64_t kNeverSent = -1;
 constexpr std::int64_t kUplinkRefused = -9;
 constexpr std::int64_t kArmingLost = -11;
 constexpr std::size_t kFrequencyBytes = 256;
+constexpr std::string_view kReadFrequency = "f\n";
 
 std::optional<double> frequencyFrom(std::string_view bytes) {
     if (!isValidUtf8(bytes)) return std::nullopt;
@@ -35,12 +37,16 @@ void RigctldClient::getFrequency(std::function<void(std::optional<double>)> comp
         completion(std::nullopt);
         return;
     }
-    sendCommand("f\n");
+    sendCommand(std::string(kReadFrequency));
     if (!connection_) return;
     connection_->receive(1, kFrequencyBytes,
                          [completion = std::move(completion)](const TcpReceived& received) {
                              completion(frequencyFrom(received.data));
                          });
+}
+
+void RigctldClient::checkConnection() {
+    if (isConnected_ && !satModeArmed_) sendCommand(std::string(kReadFrequency));
 }
 
 void RigctldClient::satAOS(const std::string& name, CodeCompletion completion) {

@@ -477,5 +477,41 @@ TEST_F(RigctldClientTest, AFrequencyIsReadFromTheServer) {
     EXPECT_THAT(read, ElementsAre(145800000.5, std::nullopt, std::nullopt));
 }
 
+// ---- After a sleep
+
+TEST_F(RigctldClientTest, CheckingAConnectionAsksWithoutWaitingAndKeepsTheDialect) {
+    connectTo(kExtension);
+    client->checkConnection();
+    EXPECT_THAT(takeSent(), ElementsAre("f\n"));
+    EXPECT_EQ(client->pendingResponses(), 0U);
+    machine.loop.advance(10);  // a network that wakes up late
+    receive("145800000\n");
+    EXPECT_EQ(client->protocolMode(), RigProtocolMode::satProtoV1);
+    EXPECT_THAT(calls, IsEmpty());
+}
+
+TEST_F(RigctldClientTest, CheckingADeadConnectionReportsItsEnd) {
+    connectTo("RPRT -1\n");
+    client->checkConnection();
+    server().failLatestSend();
+    machine.loop.runPosted();
+    EXPECT_FALSE(client->isConnected());
+    EXPECT_THAT(calls, ElementsAre("down", "unknown"));
+}
+
+TEST_F(RigctldClientTest, CheckingIsLeftToTheUpdatesOfAnArmedSession) {
+    arm();
+    client->checkConnection();
+    EXPECT_THAT(takeSent(), IsEmpty());
+}
+
+TEST_F(RigctldClientTest, CheckingWithoutAConnectionDoesNothing) {
+    client->checkConnection();
+    EXPECT_EQ(attempts(), 0U);
+    connect();
+    client->checkConnection();
+    EXPECT_THAT(takeSent(), IsEmpty());
+}
+
 }  // namespace
 }  // namespace veloran::test
