@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "app/application.h"
+#include "app/desktop_life.h"
 #include "app/desktop_machine.h"
 #include "core/app_state.h"
 #include "qt/desktop_appearance.h"
@@ -29,6 +30,8 @@ std::optional<std::filesystem::path> installedTransmitterFile() {
 
 int main(int argc, char* argv[]) {
     veloran::Application application(argc, argv);
+    veloran::SingleInstance instance("veloran");
+    if (int exitCode = 0; !veloran::goesOn(instance, exitCode)) return exitCode;
     veloran::Theme::apply(veloran::Application::isDesktopDark());
     veloran::DesktopAppearance appearance;
     QObject::connect(&appearance, &veloran::DesktopAppearance::changed, &veloran::Theme::apply);
@@ -42,6 +45,7 @@ int main(int argc, char* argv[]) {
     const auto state = veloran::AppState::create(desktop.machine, config);
 
     veloran::MainWindow window(state);
+    const veloran::DesktopLife life(state, window, desktop, instance);
     window.show();
     return QApplication::exec();
 }

@@ -17,6 +17,17 @@
 
 namespace veloran {
 
+namespace {
+
+void showInFront(QWidget& window) {
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
+
+}  // namespace
+
 MainWindow::MainWindow(std::shared_ptr<AppState> state, QWidget* parent)
     : QMainWindow(parent),
       state_(std::move(state)),
@@ -44,7 +55,7 @@ MainWindow::~MainWindow() = default;
 void MainWindow::makeFileMenu() {
     QMenu* menu = menuBar()->addMenu(tr("&File"));
     QAction* quit =
-        menu->addAction(tr("&Quit"), Qt::CTRL | Qt::Key_Q, qApp, &QApplication::closeAllWindows);
+        menu->addAction(tr("&Quit"), Qt::CTRL | Qt::Key_Q, this, &MainWindow::quitRequested);
     quit->setObjectName("quitAction");
     quit->setMenuRole(QAction::QuitRole);
 }
@@ -123,15 +134,17 @@ void MainWindow::showSheet(bool wanted, QPointer<T>& sheet) {
 
 void MainWindow::openBrowser() {
     if (!browser_) browser_ = std::make_unique<SatelliteBrowser>(state_);
-    if (browser_->isMinimized()) browser_->showNormal();
-    browser_->show();
-    browser_->raise();
-    browser_->activateWindow();
+    showInFront(*browser_);
+}
+
+void MainWindow::bringForward() {
+    showInFront(*this);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
     if (browser_) browser_->close();
     QMainWindow::closeEvent(event);
+    emit closed();
 }
 
 void MainWindow::showAbout() {

@@ -16,7 +16,8 @@ class SettingsView;
 class StateRefresher;
 
 /// The main window, its menus and the sheets over it. It also opens the browser, which is a window
-/// of its own but closes with it. Closing it does not end a session: that belongs to the state.
+/// of its own but closes with it. Closing it does not end a session: that belongs to the state; nor
+/// the program: see ProgramLife.
 class MainWindow : public QMainWindow {
     Q_OBJECT
   public:
@@ -25,6 +26,13 @@ class MainWindow : public QMainWindow {
 
     /// Opens the browser, or brings it forward.
     void openBrowser();
+    /// Shows it as it was last seen, above other windows as far as the desktop lets it.
+    void bringForward();
+
+  signals:
+    /// The user has closed it. Whether that ends the program is for others to say.
+    void closed();
+    void quitRequested();
 
   protected:
     void closeEvent(QCloseEvent* event) override;

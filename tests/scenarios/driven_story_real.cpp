@@ -208,8 +208,11 @@ void DrivenStory::queueTwoThatClash(DrivenProgram& program) {
     program.picture("7-queue");
 }
 
+/// With passes in the queue: it asks.
 void DrivenStory::quit(DrivenProgram& program) {
     program.press("ctrl+q");
+    ASSERT_TRUE(program.waitFor("quitQuestion"));
+    program.click("quitConfirm");
     EXPECT_EQ(program.ended(), 0);
 }
 

@@ -59,6 +59,8 @@ QProcessEnvironment VirtualDesktop::environment() const {
     environment.insert("HOME", directory_.path());
     environment.insert("QT_QPA_PLATFORM", "xcb");
     environment.insert("XDG_RUNTIME_DIR", directory_.path());
+    environment.insert("DBUS_SESSION_BUS_ADDRESS", bus_);
+    environment.insert("DBUS_SYSTEM_BUS_ADDRESS", bus_);
     environment.remove("WAYLAND_DISPLAY");
     return environment;
 }

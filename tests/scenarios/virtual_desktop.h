@@ -17,6 +17,8 @@ class VirtualDesktop {
     ~VirtualDesktop();
 
     bool isUp() const { return !display_.isEmpty(); }
+    /// The D-Bus of programs here, session's and system's in one; without this they have none.
+    void useBus(const QString& address) { bus_ = address; }
     /// What a program needs to open its windows here.
     QProcessEnvironment environment() const;
 
@@ -34,6 +36,7 @@ class VirtualDesktop {
     QProcess server_;
     QProcess manager_;
     QString display_;
+    QString bus_ = "unix:path=/nonexistent";
 };
 
 /// A program on a virtual desktop, worked as a user would; see ScreenFinder for the names. Each
@@ -63,6 +66,7 @@ class DrivenProgram {
     void picture(const QString& name);
     /// As a session does that ends.
     void terminate() { process_.terminate(); }
+    void kill() { process_.kill(); }
     /// Waits for the end of the program and gives its exit code; -1 for a crash.
     int ended();
 

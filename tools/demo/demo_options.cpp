@@ -66,7 +66,8 @@ DemoOptions readDemoOptions(const QApplication& application) {
         "under way or the next one, tracked. Everything in a throw-away home.");
     parser.addHelpOption();
     parser.addOptions({
-        {"seconds", "End after this long; without it the closed window ends.", "N"},
+        {"seconds", "End after this long, without a question; without it, as the program does.",
+         "N"},
         {"screenshot", "Write a picture of the window at the end.", "FILE"},
         {"part", "Take a picture of this widget of the main window alone.", "OBJECT_NAME"},
         {"log", "Write what the radio sends and receives; the latest 32 MB stay.", "FILE"},

@@ -26,7 +26,7 @@ enum class DemoShow {
 enum class DemoFlood { none, lineFeeds, line, binary };
 
 struct DemoOptions {
-    std::optional<double> seconds;  ///< absent: until the window is closed
+    std::optional<double> seconds;  ///< absent: until it is quit, as the program is
     QString screenshot;             ///< empty: none
     QString part;                   ///< object name of what the picture is of; empty: the window
     QString log;                    ///< of the radio; empty: none

@@ -7,7 +7,9 @@
 #include <QTimer>
 #include <cstdio>
 #include <memory>
+#include <optional>
 
+#include "app/desktop_life.h"
 #include "app/desktop_machine.h"
 #include "base/unique_id.h"
 #include "demo/demo.h"
@@ -70,6 +72,12 @@ int finish(const AppState& state, const Demo& demo, const LocalStation& station,
 int main(int argc, char** argv) {
     WatchedApplication application(argc, argv);
     const DemoOptions options = readDemoOptions(application);
+    // One to look at is the only one; those that end by themselves do so beside it and each other.
+    std::optional<SingleInstance> instance;
+    if (!options.seconds) {
+        instance.emplace("veloran-demo");
+        if (int exitCode = 0; !goesOn(*instance, exitCode)) return exitCode;
+    }
     Theme::apply(options.dark.value_or(Application::isDesktopDark()));
 
     const QTemporaryDir home;
@@ -102,6 +110,11 @@ int main(int argc, char** argv) {
 
     MainWindow window(state);
     window.resize(options.size);
+    std::optional<DesktopLife> life;
+    if (instance) life.emplace(state, window, desktop, *instance);
+    QObject::connect(&window, &MainWindow::quitRequested, [&] {
+        if (!life) QApplication::closeAllWindows();
+    });
     window.show();
     DemoFigures figures(application, loop, options.rateHz);
     Demo demo(state, options);

@@ -1,0 +1,100 @@
+#include "ui/life/program_life.h"
+
+#include <QApplication>
+#include <utility>
+
+#include "core/unattended.h"
+#include "ui/life/life_texts.h"
+#include "ui/main_window.h"
+
+namespace veloran {
+
+namespace {
+
+constexpr int kSoonMs = 1000;      // after a change; ticks are many
+constexpr int kSeldomMs = 10'000;  // passes rise and set without a change
+
+}  // namespace
+
+ProgramLife::ProgramLife(std::shared_ptr<AppState> state, MainWindow& window, SleepInhibitor& sleep,
+                         Notices& notices)
+    : state_(std::move(state)), window_(window), sleep_(sleep), notices_(notices) {
+    QApplication::setQuitOnLastWindowClosed(false);
+    connect(&window_, &MainWindow::quitRequested, this, &ProgramLife::quit);
+    // Later: a desktop that ends its session closes the windows first, and is not to be told that
+    // the program goes on.
+    connect(&window_, &MainWindow::closed, this, &ProgramLife::decideAfterClose,
+            Qt::QueuedConnection);
+    connect(&tray_, &TraySymbol::showRequested, this, &ProgramLife::showWindow);
+    connect(&tray_, &TraySymbol::stopRequested, this, &ProgramLife::stopSession);
+    connect(&tray_, &TraySymbol::quitRequested, this, &ProgramLife::quit);
+    lookTimer_.setSingleShot(true);
+    connect(&lookTimer_, &QTimer::timeout, this, &ProgramLife::look);
+    subscription_ = state_->objectWillChange.subscribe([this] {
+        if (!lookTimer_.isActive() || lookTimer_.remainingTime() > kSoonMs) {
+            lookTimer_.start(kSoonMs);
+        }
+    });
+    look();
+}
+
+void ProgramLife::look() {
+    const Duty duty = dutyOf(*state_);
+    sleep_.keepAwake(stayAwakeReason(duty));
+    if (isInBackground_) {
+        tray_.tell(duty);
+        endWhenIdle(duty);
+    }
+    if (duty.isAny() || isInBackground_) lookTimer_.start(kSeldomMs);
+}
+
+void ProgramLife::decideAfterClose() {
+    if (window_.isVisible()) return;  // shown again meanwhile
+    const Duty duty = dutyOf(*state_);
+    if (duty.isAny()) {
+        goOnInBackground(duty);
+    } else {
+        emit ended();
+    }
+}
+
+void ProgramLife::goOnInBackground(const Duty& duty) {
+    isInBackground_ = true;
+    idleSince_ = std::nullopt;
+    const bool hasTray = TraySymbol::isThereATray();
+    tray_.tell(duty);
+    if (hasTray) tray_.show();
+    notices_.show({backgroundTitle(duty), backgroundText(hasTray)}, [this] { showWindow(); });
+    look();
+}
+
+void ProgramLife::endWhenIdle(const Duty& duty) {
+    const Instant now = state_->now();
+    if (duty.isAny() || state_->isLoadingTLEs) {
+        idleSince_ = std::nullopt;
+    } else if (!idleSince_ || now < *idleSince_) {
+        idleSince_ = now;
+    } else if (now - *idleSince_ >= kIdleInBackgroundSeconds) {
+        emit ended();
+    }
+}
+
+void ProgramLife::showWindow() {
+    isInBackground_ = false;
+    tray_.hide();
+    notices_.withdraw();
+    window_.bringForward();
+}
+
+void ProgramLife::quit() {
+    const Duty duty = dutyOf(*state_);
+    if (!duty.isAny()) return emit ended();
+    question_.ask(duty, window_, [this] { emit ended(); });
+}
+
+void ProgramLife::stopSession() {
+    stopForGood(*state_);
+    look();
+}
+
+}  // namespace veloran
