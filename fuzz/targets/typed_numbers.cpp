@@ -12,6 +12,7 @@
 #include "setting_properties.h"
 #include "support/core_world.h"
 #include "ui/settings/settings_form.h"
+#include "ui/settings/typed_values.h"
 
 namespace veloran::fuzz {
 
@@ -25,6 +26,18 @@ void requireThereAndBack(std::string_view text) {
     if (const auto whole = parseInt64(text)) {
         require(parseInt64(fmt::format("{}", *whole)) == whole, "a whole number reads back");
     }
+}
+
+/// What is typed and what becomes of it.
+void requirePlain(const SettingsTexts& typed) {
+    const SettingsTexts plain = plainTexts(typed);
+    const TypedPlace place = typedPlace(typed.latitude, typed.longitude);
+    require(readLatitude(plain.latitude) == place.latitude, "a latitude that is typed is read");
+    require(readLongitude(plain.longitude) == place.longitude, "a longitude that is typed is read");
+    require(readAltitude(plain.altitude) == typedAltitude(typed.altitude), "an altitude, too");
+    require(readUpdateRate(plain.updateRate) == typedNumber(typed.updateRate), "a rate, too");
+    require(plainTexts(plain) == plain, "a plain text is its own plain form");
+    require(plain.host == typed.host, "a host is no number");
 }
 
 void requireTaken(const AppState& app, const AppState& before, const SettingsTexts& typed) {
@@ -59,6 +72,8 @@ void checkTypedNumbers(std::string_view bytes) {
     lines.resize(6);
     const SettingsTexts typed{std::string(lines[0]), std::string(lines[1]), std::string(lines[2]),
                               std::string(lines[3]), std::string(lines[4]), std::string(lines[5])};
+
+    requirePlain(typed);
 
     test::CoreWorld world, untouched;
     world.start();

@@ -33,7 +33,7 @@ double letterValue(std::string_view character) {
 }
 
 bool isLetter(std::string_view character) {
-    return character.size() == 1 && character.front() >= 'A';
+    return character.size() == 1 && character.front() >= 'A' && character.front() <= 'Z';
 }
 
 }  // namespace

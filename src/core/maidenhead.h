@@ -21,7 +21,7 @@ struct LatLon {
 /// be ASCII and not below "A", or the program stops; test what comes from outside.
 std::optional<LatLon> fromMaidenhead(std::string_view locator);
 
-/// Whether fromMaidenhead can take a text.
+/// Whether fromMaidenhead can take a text, and letters alone stand where a locator has letters.
 bool readsAsLocator(std::string_view text);
 
 /// Whether toMaidenhead can take the position.

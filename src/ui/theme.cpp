@@ -23,6 +23,8 @@ constexpr ColorSet kLight = {0xff15702e, 0xffc0141a, 0xff9c4000, 0xff735600, 0xf
                              0xff0a5fcc, 0xff8427bd, 0xff66666b, 0xff0a6a61, 0xff1d1d1f,
                              0xff505056, 0xfff5f5f7, 0xffffffff, 0xffd0d0d6};
 
+constexpr const char* kRefused = "refused";  // a property of fields
+
 bool darkApplied = true;
 int applications = 0;
 
@@ -75,13 +77,18 @@ class ThemeStyle final : public QProxyStyle {
         if (element == PE_IndicatorCheckBox) {
             drawFrame(*painter, option->rect, 0, Theme::color(Ink::secondary, opacity));
         } else if (element == PE_FrameLineEdit) {
-            const bool hasFocus = option->state.testFlag(State_HasFocus);
-            drawFrame(*painter, option->rect, 2,
-                      hasFocus ? Theme::color(Ink::blue) : Theme::color(Ink::secondary, opacity));
+            drawFrame(*painter, option->rect, 2, fieldFrame(*option, widget, opacity));
         }
     }
 
   private:
+    static QColor fieldFrame(const QStyleOption& option, const QWidget* widget, double opacity) {
+        if (widget != nullptr && widget->property(kRefused).toBool()) {
+            return Theme::color(Ink::red);
+        }
+        if (option.state.testFlag(State_HasFocus)) return Theme::color(Ink::blue);
+        return Theme::color(Ink::secondary, opacity);
+    }
     static void drawFrame(QPainter& painter, const QRect& rect, double cornerRadius,
                           const QColor& color) {
         painter.save();
@@ -144,6 +151,11 @@ QColor Theme::text(const Tint& tint, const QColor& background) {
         result = blended(plain, color(tint.paint));
     }
     return result;
+}
+
+void Theme::markRefused(QWidget& field, bool refused) {
+    field.setProperty(kRefused, refused);
+    field.update();
 }
 
 int Theme::revision() {

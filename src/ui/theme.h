@@ -6,6 +6,8 @@
 
 #include "ui/paint.h"
 
+class QWidget;
+
 namespace veloran {
 
 /// The look of the whole program: one dark and one light set of colours, and the two faces.
@@ -32,6 +34,9 @@ class Theme {
     /// the colour of plain text.
     static QColor text(const Tint& tint, const QColor& background);
     static QColor text(const Tint& tint) { return text(tint, color(Ink::window)); }
+
+    /// Gives a field a red frame, or its own one back.
+    static void markRefused(QWidget& field, bool refused);
 
     /// Grows with every `apply`: what keeps a picture redraws it then.
     static int revision();

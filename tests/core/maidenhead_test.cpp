@@ -106,6 +106,12 @@ TEST(MaidenheadDeathTest, WhatDoesNotReadAsALocatorStopsTheProgram) {
     }
 }
 
+TEST(Maidenhead, WhatIsNoLetterStandsForNone) {
+    for (const char* const text : {"__12", "[M73", "E`73", "EM73_a", "EM73a|", "EM73{}"}) {
+        EXPECT_FALSE(readsAsLocator(text)) << text;
+    }
+}
+
 TEST(Maidenhead, EveryShortTextThatReadsAsALocatorCanBeTaken) {
     const std::string alphabet = "\n 0@A[z~\x7F\xC3\xA4";
     for (const char a : alphabet) {

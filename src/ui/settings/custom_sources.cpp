@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QHBoxLayout>
+#include <QUrl>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
@@ -9,6 +10,7 @@
 #include "base/unique_id.h"
 #include "ui/commands.h"
 #include "ui/q_text.h"
+#include "ui/settings/field_mark.h"
 #include "ui/settings/form_controls.h"
 #include "ui/settings/source_texts.h"
 #include "ui/widgets/switch_button.h"
@@ -53,6 +55,12 @@ QWidget* makeCaption(const UserTLESource& source) {
     return area;
 }
 
+bool isWebAddress(const QString& text) {
+    const QUrl url(text, QUrl::TolerantMode);
+    return url.isValid() && (url.scheme() == "http" || url.scheme() == "https") &&
+           !url.host().isEmpty();
+}
+
 /// The control that Tab leaves for this one. A widget without focus has no place in the order.
 QWidget* tabStopBefore(const QWidget& control) {
     QWidget* before = control.previousInFocusChain();
@@ -70,6 +78,7 @@ CustomSources::CustomSources(std::shared_ptr<AppState> state) : state_(std::move
     column->addWidget(makeRowsArea());
     column->addWidget(makeLabel(tr("Add a custom URL source:"), 10));
     column->addWidget(makeAddRow());
+    column->addWidget(refusal_->note());
     column->addWidget(makePresets());
     readSources();
 }
@@ -88,6 +97,12 @@ QWidget* CustomSources::makeAddRow() {
     connect(name_, &QLineEdit::textChanged, this, &CustomSources::enableButtons);
     connect(url_, &QLineEdit::textChanged, this, &CustomSources::enableButtons);
     connect(add_, &QPushButton::clicked, this, &CustomSources::addNewUserSource);
+    for (QLineEdit* field : {name_, url_}) {
+        actOnReturn(*field, [this] { addNewUserSource(); });
+    }
+    refusal_ = new FieldMark(*url_);
+    refusal_->note()->hide();
+    connect(url_, &QLineEdit::textChanged, this, [this] { refuse({}); });
     return inRow({name_, url_, add_}, 6);
 }
 
@@ -125,17 +140,38 @@ CustomSources::Row CustomSources::makeRow(const UserTLESource& source) {
     return {area, subscription, remove};
 }
 
+/// What cannot be added stays in its row for correction.
 void CustomSources::addNewUserSource() {
-    addSource(name_->text().toStdString(), url_->text().toStdString());
-}
-
-/// An address that is stored already is not stored again, but its new name is subscribed.
-void CustomSources::addSource(const std::string& name, const std::string& url) {
-    const UserTLESource source{UniqueId::make().text(), name, url};
-    state_->userSources().add(source);
-    readSources();
+    const QString name = name_->text().trimmed();
+    const QString url = url_->text().trimmed();
+    if (name.isEmpty() || url.isEmpty()) return (name.isEmpty() ? name_ : url_)->setFocus();
+    if (const QString why = refusalOf(url); !why.isEmpty()) {
+        refuse(why);
+        return url_->setFocus();
+    }
+    addSource(name.toStdString(), url.toStdString());
     name_->clear();
     url_->clear();
+    name_->setFocus();
+}
+
+/// Why an address cannot be added; empty if it can.
+QString CustomSources::refusalOf(const QString& url) const {
+    if (!isWebAddress(url)) return tr("An address begins with http:// or https://");
+    const auto known = std::ranges::find(sources_, url.toStdString(), &UserTLESource::url);
+    if (known == sources_.end()) return {};
+    return tr("This address is there already, as “%1”").arg(qText(known->name));
+}
+
+void CustomSources::refuse(const QString& why) {
+    refusal_->show(why);
+    refusal_->note()->setVisible(!why.isEmpty());
+}
+
+void CustomSources::addSource(const std::string& name, const std::string& url) {
+    const UserTLESource source{UniqueId::make().text(), name, url};
+    if (!state_->userSources().add(source)) return;
+    readSources();
     subscribe(*state_, source.categoryKey(), true);
     showSubscriptions();
 }
@@ -198,7 +234,7 @@ void CustomSources::showDownloads() {
 }
 
 void CustomSources::enableButtons() {
-    add_->setEnabled(!name_->text().isEmpty() && !url_->text().isEmpty());
+    add_->setEnabled(!name_->text().trimmed().isEmpty() && !url_->text().trimmed().isEmpty());
     const auto& presets = state_->presetSources();
     for (std::size_t i = 0; i < presets_.size(); ++i) {
         presets_[i]->setEnabled(!isKnown(presets[i].url));

@@ -12,9 +12,11 @@ class QVBoxLayout;
 
 namespace veloran {
 
+class FieldMark;
 class SwitchRow;
 
 /// The user's own download addresses: a switch for each, a row to add one, and ready-made offers.
+/// What is no web address, or stands in the list already, is refused beside the row.
 class CustomSources : public QWidget {
     Q_OBJECT
   public:
@@ -41,6 +43,8 @@ class CustomSources : public QWidget {
     QWidget* makeAddRow();
     QWidget* makePresets();
     void addNewUserSource();
+    QString refusalOf(const QString& url) const;
+    void refuse(const QString& why);
     void addSource(const std::string& name, const std::string& url);
     void removeUserSource(const UserTLESource& source);
     void readSources();
@@ -55,6 +59,7 @@ class CustomSources : public QWidget {
     QLineEdit* name_;
     QLineEdit* url_;
     QPushButton* add_;
+    FieldMark* refusal_ = nullptr;
     std::vector<QPushButton*> presets_;  // as many as state_->presetSources()
 };
 

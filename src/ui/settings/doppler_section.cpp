@@ -4,6 +4,9 @@
 #include <QLabel>
 
 #include "ui/q_text.h"
+#include "ui/settings/field_mark.h"
+#include "ui/settings/typed_values.h"
+#include "ui/widgets/value_label.h"
 
 namespace veloran {
 
@@ -12,7 +15,10 @@ DopplerSection::DopplerSection(std::shared_ptr<AppState> state)
       rate_(makeField({"dopplerRate", tr("Update rate")}, "10", 80)) {
     auto* limits = makeNote("(1–50)");
     limits->setWordWrap(false);
-    addRow(tr("Update Rate"), inRow({rate_, new QLabel("Hz"), limits}, 4));
+    auto* rateNote = markUnread(
+        *rate_, [](std::string_view text) { return typedNumber(text).has_value(); },
+        tr("A number, such as 10"));
+    addRow(tr("Update Rate"), inRow({rate_, new QLabel("Hz"), limits, rateNote}, 4));
     addRow(tr("Presets"), makePresets());
 }
 

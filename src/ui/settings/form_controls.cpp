@@ -1,6 +1,7 @@
 #include "ui/settings/form_controls.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QSignalBlocker>
@@ -8,6 +9,7 @@
 #include <QStylePainter>
 #include <QWheelEvent>
 #include <algorithm>
+#include <utility>
 
 #include "ui/theme.h"
 #include "ui/widgets/one_line.h"
@@ -31,6 +33,26 @@ bool takesRoom(const QWidget& part) {
            part.maximumWidth() == QWIDGETSIZE_MAX;
 }
 
+/// Keeps Return from the default button of the sheet.
+class OnReturn final : public QObject {
+  public:
+    OnReturn(QLineEdit& field, std::function<void()> action)
+        : QObject(&field), action_(std::move(action)) {
+        field.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress) return QObject::eventFilter(watched, event);
+        const auto& press = *static_cast<QKeyEvent*>(event);
+        if (press.key() != Qt::Key_Return && press.key() != Qt::Key_Enter) return false;
+        if (!press.isAutoRepeat()) action_();
+        return true;
+    }
+
+  private:
+    std::function<void()> action_;
+};
+
 QLabel* makeCaption(const QString& text, int pixels) {
     auto* caption = new QLabel(text);
     caption->setTextFormat(Qt::PlainText);
@@ -49,6 +71,10 @@ QLineEdit* makeField(const ControlName& name, const QString& placeholder, int wi
     keepToOneLine(*field);
     if (width > 0) field->setFixedWidth(width);
     return field;
+}
+
+void actOnReturn(QLineEdit& field, std::function<void()> action) {
+    new OnReturn(field, std::move(action));
 }
 
 QPushButton* makeButton(const ControlName& name, const QString& text, int pixels) {

@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSlider>
+#include <functional>
 
 class QHBoxLayout;
 class QLabel;
@@ -24,6 +25,9 @@ QLineEdit* makeField(const ControlName& name, const QString& placeholder, int wi
                      int pixels = 12);
 inline constexpr int kCoordWidth = 140;
 inline constexpr int kTextWidth = 200;
+
+/// Return in the field does this, and no longer presses the default button of the sheet.
+void actOnReturn(QLineEdit& field, std::function<void()> action);
 
 /// A bordered button that leaves Return to the default button of the sheet.
 QPushButton* makeButton(const ControlName& name, const QString& text, int pixels);

@@ -4,6 +4,9 @@
 #include <QPointer>
 
 #include "ui/q_text.h"
+#include "ui/settings/field_mark.h"
+#include "ui/settings/typed_values.h"
+#include "ui/widgets/value_label.h"
 
 namespace veloran {
 
@@ -15,10 +18,13 @@ ObserverSection::ObserverSection(std::shared_ptr<AppState> state)
     addRow(
         tr("Name"),
         inRow({boundField({"obsName", tr("Observer name")}, tr("Home"), &AppState::obsName)}, 0));
-    addRow(tr("Latitude"), inRow({position_.latitude}, 0));
-    addRow(tr("Longitude"), inRow({position_.longitude}, 0));
-    addRow(tr("Altitude"), inRow({altitude_, new QLabel(tr("m"))}, 4));
-    addRow(tr("Grid"), inRow({position_.grid, position_.fromGrid}, 6));
+    auto* altitudeNote = markUnread(
+        *altitude_, [](std::string_view text) { return typedAltitude(text).has_value(); },
+        tr("Metres, such as 300"));
+    addRow(tr("Latitude"), position_.latitudeRow());
+    addRow(tr("Longitude"), position_.longitudeRow());
+    addRow(tr("Altitude"), inRow({altitude_, new QLabel(tr("m")), altitudeNote}, 4));
+    addRow(tr("Grid"), position_.gridRow());
     addRow({}, inRow({locate}, 0));
 
     connect(position_.fromGrid, &QPushButton::clicked, this, &ObserverSection::fromGrid);

@@ -11,20 +11,15 @@ SecondSiteSection::SecondSiteSection(std::shared_ptr<AppState> state)
     addSwitch({"obs2Enabled", tr("Show second site on map")}, &AppState::obs2Enabled);
     auto* name =
         boundField({"obs2Name", tr("Second site name")}, tr("Site 2"), &AppState::obs2Name);
-    rows_ = {addRow(tr("Name"), inRow({name}, 0)),
-             addRow(tr("Latitude"), inRow({position_.latitude}, 0)),
-             addRow(tr("Longitude"), inRow({position_.longitude}, 0)),
-             addRow(tr("Grid"), inRow({position_.grid, position_.fromGrid}, 6))};
+    rows_ = {addRow(tr("Name"), inRow({name}, 0)), addRow(tr("Latitude"), position_.latitudeRow()),
+             addRow(tr("Longitude"), position_.longitudeRow()),
+             addRow(tr("Grid"), position_.gridRow())};
     addNote(tr("Future: covisibility / simultaneous-pass calculations."));
 
-    connect(position_.latitude, &QLineEdit::textEdited, this, [this](const QString& text) {
-        if (const auto read = readLatitude(text.toStdString())) this->state().obs2Latitude = *read;
-    });
-    connect(position_.longitude, &QLineEdit::textEdited, this, [this](const QString& text) {
-        if (const auto read = readLongitude(text.toStdString())) {
-            this->state().obs2Longitude = *read;
-        }
-    });
+    connect(position_.latitude, &QLineEdit::textEdited, this,
+            [this](const QString& text) { take(typedPlace(text.toStdString(), {})); });
+    connect(position_.longitude, &QLineEdit::textEdited, this,
+            [this](const QString& text) { take(typedPlace({}, text.toStdString())); });
     connect(position_.fromGrid, &QPushButton::clicked, this, &SecondSiteSection::fromGrid);
     fill();
 }
@@ -38,6 +33,11 @@ void SecondSiteSection::fill() {
     const LatLon present{state().obs2Latitude, state().obs2Longitude};
     position_.fill(present);
     position_.grid->setText(qText(toMaidenhead(present.lat, present.lon)));
+}
+
+void SecondSiteSection::take(const TypedPlace& typed) {
+    if (typed.latitude) state().obs2Latitude = *typed.latitude;
+    if (typed.longitude) state().obs2Longitude = *typed.longitude;
 }
 
 void SecondSiteSection::fromGrid() {

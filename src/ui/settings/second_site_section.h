@@ -2,6 +2,7 @@
 
 #include "ui/settings/form_section.h"
 #include "ui/settings/position_fields.h"
+#include "ui/settings/typed_values.h"
 
 namespace veloran {
 
@@ -14,6 +15,7 @@ class SecondSiteSection : public FormSection {
 
   private:
     void fill();
+    void take(const TypedPlace& typed);
     void fromGrid();
 
     PositionFields position_;

@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "core/setting_limits.h"
+#include "ui/settings/typed_values.h"
 
 namespace veloran {
 
@@ -12,6 +13,10 @@ namespace {
 std::optional<double> readNumber(std::string_view text, double lowest) {
     const auto number = parseDouble(text);
     return number && *number >= lowest && *number <= kLargestNumber ? number : std::nullopt;
+}
+
+void makePlain(std::string& text, std::optional<double> number) {
+    if (number) text = shortestText(*number);
 }
 
 template <class T>
@@ -43,7 +48,8 @@ std::optional<double> readUpdateRate(std::string_view text) {
 }
 
 std::optional<LatLon> readLocator(std::string_view text) {
-    return readsAsLocator(text) ? fromMaidenhead(text) : std::nullopt;
+    const std::string_view locator = trimmed(text, Blanks::horizontal);
+    return readsAsLocator(locator) ? fromMaidenhead(locator) : std::nullopt;
 }
 
 std::string coordField(double degrees) {
@@ -69,6 +75,16 @@ SettingsTexts settingsTexts(const AppState& state) {
             .host = state.rigHost,
             .port = fmt::format("{}", state.rigPort.get()),
             .updateRate = updateRateField(state.dopplerUpdateHz)};
+}
+
+SettingsTexts plainTexts(SettingsTexts typed) {
+    const TypedPlace place = typedPlace(typed.latitude, typed.longitude);
+    makePlain(typed.latitude, place.latitude);
+    makePlain(typed.longitude, place.longitude);
+    makePlain(typed.altitude, typedAltitude(typed.altitude));
+    makePlain(typed.updateRate, typedNumber(typed.updateRate));
+    typed.port = std::string(trimmed(typed.port, Blanks::horizontal));
+    return typed;
 }
 
 void applySettings(AppState& state, const SettingsTexts& texts) {

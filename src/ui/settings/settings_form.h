@@ -21,7 +21,7 @@ std::optional<double> readLongitude(std::string_view text);
 std::optional<double> readAltitude(std::string_view text);  ///< metres
 std::optional<std::int64_t> readPort(std::string_view text);
 std::optional<double> readUpdateRate(std::string_view text);  ///< hertz, of any size
-/// The centre of a grid locator; absent for a text that is none.
+/// The centre of a grid locator, with blanks around it or not; absent for a text that is none.
 std::optional<LatLon> readLocator(std::string_view text);
 
 std::string coordField(double degrees);     ///< "33.870000"
@@ -42,6 +42,9 @@ struct SettingsTexts {
 };
 
 SettingsTexts settingsTexts(const AppState& state);
+/// What was typed (typed_values.h), each number in the plain form that is read above; a text that
+/// says none stays as it is.
+SettingsTexts plainTexts(SettingsTexts typed);
 /// Takes over what reads; the locator follows the position, and the passes are searched anew. The
 /// host is taken as it stands; a connection that there is stays.
 void applySettings(AppState& state, const SettingsTexts& texts);

@@ -4,8 +4,10 @@
 #include <QLabel>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
 #include "ui/formats.h"
 #include "ui/settings/doppler_section.h"
@@ -16,6 +18,7 @@
 #include "ui/settings/sources_section.h"
 #include "ui/theme.h"
 #include "ui/timeline/timeline_texts.h"
+#include "ui/widgets/disclosure.h"
 #include "ui/widgets/divider.h"
 #include "ui/widgets/prominent_button.h"
 
@@ -26,6 +29,15 @@ namespace {
 constexpr int kPadding = 12;
 constexpr int kFormMargin = 16;
 constexpr QSize kSize{520, 760};
+
+/// Scrolls to what has just been opened, its heading before all, once it is laid out.
+void revealLater(QScrollArea& scroll, const Disclosure& disclosure) {
+    QTimer::singleShot(0, &disclosure, [&scroll, &disclosure] {
+        const int top = disclosure.mapTo(scroll.widget(), QPoint()).y();
+        scroll.ensureVisible(0, top + disclosure.height(), 0, kPadding);
+        scroll.ensureVisible(0, top, 0, kPadding);
+    });
+}
 
 }  // namespace
 
@@ -100,6 +112,10 @@ QScrollArea* SettingsView::makeForm() {
     scroll->setWidget(form);
     scroll->setMinimumWidth(form->minimumSizeHint().width() +
                             scroll->verticalScrollBar()->sizeHint().width());
+    for (const Disclosure* disclosure : form->findChildren<Disclosure*>()) {
+        connect(disclosure, &Disclosure::opened, scroll,
+                [scroll, disclosure] { revealLater(*scroll, *disclosure); });
+    }
     return scroll;
 }
 
@@ -139,7 +155,7 @@ void SettingsView::apply() {
     observer_->collect(texts);
     rig_->collect(texts);
     doppler_->collect(texts);
-    applySettings(*state_, texts);
+    applySettings(*state_, plainTexts(std::move(texts)));
     accept();
 }
 

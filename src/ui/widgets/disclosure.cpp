@@ -84,6 +84,7 @@ void Disclosure::setOpen(bool open) {
     heading_->setIcon(
         symbolIcon(open ? Symbol::chevronDown : Symbol::chevronRight, Ink::secondary));
     content_->setVisible(open);
+    if (open) emit opened();
 }
 
 }  // namespace veloran

@@ -20,6 +20,9 @@ class Disclosure : public QWidget {
     bool isOpen() const;
     void setOpen(bool open);
 
+  signals:
+    void opened();
+
   private:
     QToolButton* heading_;
     class ValueLabel* detail_;

@@ -97,11 +97,11 @@ TEST_F(SettingsForm, PortThatIsNoneKeepsTheOldOne) {
 }
 
 TEST_F(SettingsForm, LocatorThatIsNoneHasNoPosition) {
-    for (const char* bad :
-         {"", "EM7", "EMx3", "7373", "E", "EM73 1", "\u00c9M73", "EM73\u00e9\u00e9"}) {
+    for (const char* bad : {"", "EM7", "EMx3", "7373", "E", "EM73 1", "\u00c9M73",
+                            "EM73\u00e9\u00e9", "__12", "[M73", "E^73", "EM73_a", "EM73a{"}) {
         EXPECT_FALSE(readLocator(bad)) << bad;
     }
-    const auto square = readLocator("em73");
+    const auto square = readLocator(" em73 ");
     ASSERT_TRUE(square);
     EXPECT_EQ(square->lat, 33.5);
     EXPECT_EQ(square->lon, -85);

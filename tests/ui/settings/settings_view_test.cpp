@@ -13,12 +13,31 @@
 
 #include "settings_fixture.h"
 #include "ui/theme.h"
+#include "ui/widgets/disclosure.h"
+#include "ui/widgets/fitted_text.h"
 #include "ui/widgets/switch_button.h"
 
 namespace veloran::test {
 namespace {
 
-using SettingsViewTest = SettingsFixture;
+class SettingsViewTest : public SettingsFixture {
+  protected:
+    /// In the place of what the field holds.
+    void pasteInto(const char* name, const QString& text) {
+        QGuiApplication::clipboard()->setText(text);
+        field(name).selectAll();
+        QTest::keySequence(&field(name), QKeySequence::Paste);
+        QGuiApplication::clipboard()->clear();
+    }
+    QString noteOf(const char* name) {
+        return textOf(*sheet, (std::string(name) + "Note").c_str());
+    }
+    bool hasRedFrame(const char* name) {
+        const QImage image = field(name).grab().toImage();
+        const QColor edge = image.pixelColor(image.width() / 2, 0);
+        return edge.red() > 150 && edge.red() > 2 * edge.green() && edge.red() > 2 * edge.blue();
+    }
+};
 
 // ---- The sheet itself.
 
@@ -40,6 +59,30 @@ TEST_F(SettingsViewTest, LowSheetScrollsTheFormAndKeepsItsButtons) {
         EXPECT_TRUE(
             sheet->rect().contains(QRect(button.mapTo(sheet.data(), QPoint()), button.size())))
             << name;
+    }
+}
+
+TEST_F(SettingsViewTest, WhatADisclosureOpensIsScrolledTo) {
+    const auto& form = child<QScrollArea>(*sheet, "settingsForm");
+    sheet->resize(520, 500);
+    QTest::qWait(0);
+    for (const char* name : {"customSources", "section Amateur & Stations"}) {
+        auto& disclosure = child<Disclosure>(*sheet, name);
+        auto& heading = child<QWidget>(disclosure, "disclosureHeading");
+        // So that the heading stands at the foot.
+        form.verticalScrollBar()->setValue(
+            heading.mapTo(form.widget(), QPoint(0, heading.height())).y() -
+            form.viewport()->height());
+        ASSERT_LE(heading.mapTo(form.viewport(), QPoint(0, heading.height())).y(),
+                  form.viewport()->height());
+        QTest::mouseClick(&heading, Qt::LeftButton);
+        ASSERT_TRUE(disclosure.isOpen());
+        EXPECT_TRUE(QTest::qWaitFor([&] {
+            const int foot = disclosure.mapTo(form.viewport(), QPoint(0, disclosure.height())).y();
+            return foot <= form.viewport()->height();
+        })) << name;
+        EXPECT_GE(heading.mapTo(form.viewport(), QPoint()).y(), 0) << name;
+        disclosure.setOpen(false);
     }
 }
 
@@ -286,6 +329,117 @@ TEST_F(SettingsViewTest, FromGridWithAnInvalidLocatorChangesNothing) {
         EXPECT_EQ(field("obsLatitude").text(), "33.870000") << bad;
         EXPECT_EQ(field("obsLongitude").text(), "-84.340000") << bad;
     }
+}
+
+TEST_F(SettingsViewTest, ReturnInTheGridIsFromGrid) {
+    click("obs2Enabled");
+    for (const char* site : {"obs", "obs2"}) {
+        const std::string prefix = site;
+        type((prefix + "Grid").c_str(), "fn31pr");
+        QTest::keyClick(&field((prefix + "Grid").c_str()), Qt::Key_Return);
+        EXPECT_EQ(field((prefix + "Latitude").c_str()).text(), "41.729167") << site;
+        type((prefix + "Grid").c_str(), "__12");
+        QTest::keyClick(&field((prefix + "Grid").c_str()), Qt::Key_Enter);
+        EXPECT_EQ(field((prefix + "Latitude").c_str()).text(), "41.729167") << site;
+    }
+    EXPECT_TRUE(state->showSettings) << "the sheet stays, for correction";
+    EXPECT_EQ(state->obsLatitude, 33.87) << "only Apply takes it";
+}
+
+TEST_F(SettingsViewTest, PastedPositionIsSharedOut) {
+    for (const char* name : {"obsLatitude", "obsLongitude"}) {
+        field("obsLatitude").setText("1");
+        field("obsLongitude").setText("2");
+        pasteInto(name, "52,5200 N; 13,4050 E");
+        EXPECT_EQ(field("obsLatitude").text(), "52.520000") << name;
+        EXPECT_EQ(field("obsLongitude").text(), "13.405000") << name;
+    }
+    click("applyButton");
+    EXPECT_EQ(state->obsLatitude, 52.52);
+    EXPECT_EQ(state->obsLongitude, 13.405);
+}
+
+TEST_F(SettingsViewTest, TypedPositionIsSharedOutAtItsEnd) {
+    type("obsLatitude", "52.52, -13.40");
+    EXPECT_EQ(field("obsLatitude").text(), "52.52, -13.40") << "more may come";
+    EXPECT_EQ(noteOf("obsLatitude"), "");
+    field("obsLatitude").setFocus();
+    QTest::keyClick(&field("obsLatitude"), Qt::Key_Tab);
+    EXPECT_EQ(field("obsLatitude").text(), "52.520000");
+    EXPECT_EQ(field("obsLongitude").text(), "-13.400000");
+}
+
+TEST_F(SettingsViewTest, TypedPositionIsAppliedWithReturn) {
+    type("obsLatitude", "52,52");
+    type("obsLongitude", "48.1 N, 11.6 E");
+    QTest::keyClick(&field("obsLongitude"), Qt::Key_Return);
+    EXPECT_FALSE(state->showSettings);
+    EXPECT_EQ(state->obsLatitude, 48.1);
+    EXPECT_EQ(state->obsLongitude, 11.6);
+}
+
+TEST_F(SettingsViewTest, SecondSiteTakesWhatPeopleWriteAtOnce) {
+    click("obs2Enabled");
+    type("obs2Latitude", "12,5 S");
+    type("obs2Longitude", " 99 W");
+    EXPECT_EQ(state->obs2Latitude, -12.5);
+    EXPECT_EQ(state->obs2Longitude, -99);
+    pasteInto("obs2Longitude", "52.52, 13.405");
+    EXPECT_EQ(state->obs2Latitude, 52.52);
+    EXPECT_EQ(state->obs2Longitude, 13.405);
+    EXPECT_EQ(field("obs2Latitude").text(), "52.520000");
+}
+
+TEST_F(SettingsViewTest, TypingInOneFieldOfTheSecondSiteLeavesTheOther) {
+    state->obs2Latitude = 12.3456789;
+    state->obs2Enabled = true;
+    sheet->reject();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    open();
+    type("obs2Longitude", "7");
+    EXPECT_EQ(state->obs2Latitude, 12.3456789) << "not as rounded as it is shown";
+}
+
+TEST_F(SettingsViewTest, FieldThatDoesNotReadSaysWhatItExpectsWhileItStands) {
+    click("obs2Enabled");
+    sheet->refresh();
+    for (const auto& [name, bad, good, expected] :
+         {std::tuple{"obsLatitude", "5 5", "5,5", "-90 to 90, such as 33.87 or 33.87 N"},
+          {"obsLongitude", "84.34 N", "84.34 W", "-180 to 180, such as 84.34 W"},
+          {"obsAltitude", "1,500", "1500", "Metres, such as 300"},
+          {"obsGrid", "__12", "EM73", "Such as EM73 or EM73tu"},
+          {"obs2Latitude", "-91", "-89", "-90 to 90, such as 33.87 or 33.87 N"},
+          {"obs2Longitude", "", "0", "-180 to 180, such as 84.34 W"},
+          {"obs2Grid", "EM7", "", "Such as EM73 or EM73tu"},
+          {"rigPort", "65536", " 4533 ", "0 to 65535"},
+          {"dopplerRate", "fast", "2,5", "A number, such as 10"}}) {
+        SCOPED_TRACE(name);
+        const auto isSaid = [&, name = name](const char* what) {
+            EXPECT_EQ(noteOf(name), what);
+            EXPECT_EQ(field(name).toolTip(), plainToolTip(what));
+            EXPECT_EQ(field(name).accessibleDescription(), what);
+        };
+        isSaid("");
+        EXPECT_FALSE(hasRedFrame(name));
+        type(name, bad);
+        isSaid(expected);
+        EXPECT_TRUE(hasRedFrame(name));
+        type(name, good);
+        isSaid("");
+        EXPECT_FALSE(hasRedFrame(name));
+    }
+}
+
+TEST_F(SettingsViewTest, ApplyKeepsWhatTheFieldsThatDoNotReadHadBefore) {
+    type("obsLatitude", "5 5");
+    type("obsAltitude", "1,500");
+    type("rigPort", "none");
+    type("obsLongitude", "12,5");
+    click("applyButton");
+    EXPECT_EQ(state->obsLatitude, 33.87);
+    EXPECT_EQ(state->obsAltitude, 300);
+    EXPECT_EQ(state->rigPort, 4532);
+    EXPECT_EQ(state->obsLongitude, 12.5);
 }
 
 TEST_F(SettingsViewTest, MyLocationFillsThePosition) {

@@ -7,6 +7,7 @@
 #include "ui/settings/custom_sources.h"
 #include "ui/theme.h"
 #include "ui/widgets/disclosure.h"
+#include "ui/widgets/fitted_text.h"
 #include "ui/widgets/switch_button.h"
 
 namespace veloran::test {
@@ -156,21 +157,69 @@ TEST_F(SourcesSectionTest, AddedSourceIsStoredSubscribedAndLoaded) {
     EXPECT_THAT(machine.http.requests, ::testing::Contains("http://a/x"));
 }
 
-TEST_F(SourcesSectionTest, KnownAddressIsNotStoredAgainButItsNewNameIsSubscribed) {
+TEST_F(SourcesSectionTest, KnownAddressUnderAnotherNameChangesNothingAndSaysSo) {
     add("A", "http://a/x");
-    add("B", "http://a/x");
+    machine.loop.runPosted();
+    add("B", " http://a/x ");
     EXPECT_EQ(stored().size(), 1u);
     EXPECT_TRUE(isSubscribed("user:A"));
-    EXPECT_TRUE(isSubscribed("user:B"));
-    EXPECT_EQ(field("newSourceName").text(), "");
+    EXPECT_FALSE(isSubscribed("user:B"));
+    EXPECT_FALSE(state->isLoadingTLEs);
+    EXPECT_EQ(textOf(*sheet, "newSourceURLNote"), "This address is there already, as “A”");
+    EXPECT_EQ(field("newSourceName").text(), "B") << "kept for correction";
+    EXPECT_EQ(field("newSourceURL").text(), " http://a/x ");
 }
 
-TEST_F(SourcesSectionTest, TextThatIsNoAddressIsStoredAndNeverAskedFor) {
-    add("Odd", "not an address");
-    EXPECT_EQ(stored().size(), 1u);
-    machine.loop.runPosted();
-    EXPECT_THAT(machine.http.requests, ::testing::Not(::testing::Contains("not an address")));
-    EXPECT_FALSE(state->isLoadingTLEs);
+TEST_F(SourcesSectionTest, TextThatIsNoWebAddressIsRefusedAndKeptForCorrection) {
+    for (const char* bad : {"not an address", "example.org/a.txt", "ftp://a/x", "http://",
+                            "file:///etc/passwd", "https:///x"}) {
+        add("Odd", bad);
+        EXPECT_EQ(stored().size(), 0u) << bad;
+        EXPECT_FALSE(isSubscribed("user:Odd")) << bad;
+        EXPECT_FALSE(state->isLoadingTLEs) << bad;
+        EXPECT_EQ(field("newSourceName").text(), "Odd") << bad;
+        EXPECT_EQ(field("newSourceURL").text(), bad);
+        const char* why = "An address begins with http:// or https://";
+        EXPECT_EQ(textOf(*sheet, "newSourceURLNote"), why) << bad;
+        EXPECT_EQ(field("newSourceURL").toolTip(), plainToolTip(why));
+        EXPECT_EQ(field("newSourceURL").accessibleDescription(), why);
+    }
+    field("newSourceURL").setText("https://example.org/a.txt");
+    EXPECT_EQ(textOf(*sheet, "newSourceURLNote"), "") << "it is another text now";
+    EXPECT_EQ(field("newSourceURL").toolTip(), "");
+    click("addSource");
+    ASSERT_EQ(stored().size(), 1u);
+    EXPECT_EQ(stored()[0].url, "https://example.org/a.txt");
+}
+
+TEST_F(SourcesSectionTest, ReturnInTheRowAddsTheSource) {
+    disclosure("customSources").setOpen(true);
+    sheet->activateWindow();
+    for (const char* name : {"newSourceName", "newSourceURL"}) {
+        const QString url = QString("http://a/") + name;
+        type("newSourceName", name);
+        type("newSourceURL", url);
+        QTest::keyClick(&field(name), Qt::Key_Return);
+        dropOldRows();
+        EXPECT_EQ(stored().back().url, url.toStdString());
+        EXPECT_TRUE(state->showSettings) << "nothing is applied";
+    }
+    EXPECT_EQ(stored().size(), 2u);
+    type("newSourceName", "Half");
+    QTest::keyClick(&field("newSourceName"), Qt::Key_Enter);
+    EXPECT_EQ(stored().size(), 2u);
+    EXPECT_TRUE(state->showSettings);
+    EXPECT_TRUE(field("newSourceURL").hasFocus()) << "what is missing";
+}
+
+TEST_F(SourcesSectionTest, BlanksAroundNameAndAddressAreNoPartOfThem) {
+    field("newSourceName").setText("  ");
+    field("newSourceURL").setText("http://a/x");
+    EXPECT_FALSE(isEnabled("addSource"));
+    add(" My List ", " http://a/x ");
+    ASSERT_EQ(stored().size(), 1u);
+    EXPECT_EQ(stored()[0].name, "My List");
+    EXPECT_EQ(stored()[0].url, "http://a/x");
 }
 
 TEST_F(SourcesSectionTest, SwitchOfASourceActsAtOnce) {
