@@ -45,6 +45,8 @@ void subscribe(AppState& state, const std::string& key, bool on) {
 
 void deselectAll(AppState& state) {
     state.toggleSatellites(state.selectedSatellites());
+    // What is left belongs to bodies that no group has any more, or not yet.
+    if (!state.selectedSatelliteIds->empty()) state.selectedSatelliteIds = std::set<std::int64_t>{};
 }
 
 }  // namespace veloran

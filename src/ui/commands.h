@@ -24,7 +24,7 @@ void selectPass(AppState& state, SatellitePtr satellite, const PredictedPass& pa
 /// Puts the key into the subscribed groups, or takes it out, and loads the data anew.
 void subscribe(AppState& state, const std::string& key, bool on);
 
-/// Takes every known body out of the favourites.
+/// Takes every body out of the favourites, and those that the catalogue does not have.
 void deselectAll(AppState& state);
 
 }  // namespace veloran

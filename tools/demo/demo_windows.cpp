@@ -42,7 +42,7 @@ void openDetails(QWidget& browser, const Satellite& satellite) {
     named<QLineEdit>(browser, "searchText").setText(QString::number(satellite.id));
     auto& found = named<QAbstractItemView>(browser, "availableSatellites");
     found.setCurrentIndex(found.model()->index(0, 0, found.model()->index(0, 0)));
-    press(found, Qt::Key_I);
+    press(found, Qt::Key_Return);
 }
 
 void openImport(QWidget& browser, const std::string& text) {

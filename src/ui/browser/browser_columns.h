@@ -9,8 +9,8 @@ namespace veloran {
 
 // Where the pieces of the browser's rows lie, and which of them answer the pointer.
 
-/// What a click or a key of a row can mean.
-enum class RowPart { nothing, title, all, none, clear, subscription, checkBox, details };
+/// What a click, a key or an entry of the menu of a row can mean.
+enum class RowPart { nothing, title, all, none, clear, subscription, checkBox, details, remove };
 
 QFont sectionLabelFont();
 QFont sectionButtonFont();

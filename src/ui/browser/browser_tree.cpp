@@ -1,12 +1,15 @@
 #include "ui/browser/browser_tree.h"
 
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QScrollBar>
 
 #include "ui/browser/browser_model.h"
 #include "ui/browser/browser_row_delegate.h"
+#include "ui/q_text.h"
 #include "ui/widgets/plain_rows.h"
 
 namespace veloran {
@@ -16,9 +19,10 @@ BrowserTree::BrowserTree(BrowserModel& model, QWidget* parent)
     setObjectName("availableSatellites");
     setAccessibleName(tr("Available satellites"));
     setAccessibleDescription(
-        tr("Space tracks a satellite or no longer does, Enter shows its details. On a group, Enter "
-           "opens or closes it, A tracks all of it, N none of it, S subscribes or unsubscribes; "
-           "Delete removes all imported satellites."));
+        tr("Letters go to the search. Space tracks a satellite or no longer does, Enter shows its "
+           "details, Delete removes an imported one. On a group, Enter opens or closes it, Ctrl+A "
+           "tracks all of it, Ctrl+Shift+A none of it, Ctrl+S subscribes or unsubscribes, "
+           "Ctrl+Delete removes all imported satellites. The Menu key tells what a row can do."));
     makePlainRows(*this);
     setHeaderHidden(true);
     setRootIsDecorated(false);
@@ -189,45 +193,49 @@ void BrowserTree::act(const QModelIndex& index, RowPart part) {
         case RowPart::details:
             emit detailsRequested(model_.satellite(index));
             break;
+        case RowPart::remove:
+            emit removalRequested(model_.satellite(index));
+            break;
     }
 }
 
 RowPart BrowserTree::partOfKey(const QKeyEvent& event, const QModelIndex& index) const {
-    if (!index.isValid() || (event.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) {
-        return RowPart::nothing;
-    }
-    const bool isSection = model_.isSection(index);
-    const auto ofSection = [&](RowPart part) { return isSection ? part : RowPart::nothing; };
-    switch (event.key()) {
-        case Qt::Key_Space:
-            return isSection ? RowPart::title : RowPart::checkBox;
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
-            return isSection ? RowPart::title : RowPart::details;
-        case Qt::Key_I:
-            return isSection ? RowPart::nothing : RowPart::details;
-        case Qt::Key_A:
-            return ofSection(RowPart::all);
-        case Qt::Key_N:
-            return ofSection(RowPart::none);
-        case Qt::Key_S:
-            return ofSection(isDownloadGroup(model_.section(index).key) ? RowPart::subscription
-                                                                        : RowPart::nothing);
-        case Qt::Key_Delete:
-            return ofSection(model_.section(index).key == kCustomKey ? RowPart::clear
-                                                                     : RowPart::nothing);
-        default:
-            return RowPart::nothing;
-    }
+    if (!index.isValid()) return RowPart::nothing;
+    if (model_.isSection(index)) return sectionPartOfKey(event, model_.sectionLook(index));
+    return satellitePartOfKey(event, model_.section(index).key == kCustomKey);
 }
 
 void BrowserTree::keyPressEvent(QKeyEvent* event) {
     const RowPart part = partOfKey(*event, currentIndex());
-    if (part == RowPart::nothing) {
+    if (part != RowPart::nothing) {
+        if (!event->isAutoRepeat()) act(currentIndex(), part);
+    } else if (isTyping(*event)) {
+        emit typed(*event);
+    } else {
         QTreeView::keyPressEvent(event);
-    } else if (!event->isAutoRepeat()) {
-        act(currentIndex(), part);
     }
+}
+
+std::vector<MenuEntry> BrowserTree::menuOf(const QModelIndex& index) const {
+    if (model_.isSection(index)) return sectionMenu(model_.sectionLook(index), isExpanded(index));
+    const bool isImported = model_.satellite(index)->sources.contains(std::string(kCustomKey));
+    return satelliteMenu(model_.satelliteLook(index), isImported);
+}
+
+void BrowserTree::contextMenuEvent(QContextMenuEvent* event) {
+    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    const QPersistentModelIndex index = byKey ? currentIndex() : indexAt(event->pos());
+    if (!index.isValid()) return;
+    auto* menu = new QMenu(this);
+    menu->setObjectName("browserRowMenu");
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (const MenuEntry& entry : menuOf(index)) {
+        // The rows may be made anew while the menu is open.
+        menu->addAction(qText(entry.text), this, [this, index, part = entry.part] {
+            if (index.isValid()) act(index, part);
+        });
+    }
+    menu->popup(byKey ? viewport()->mapToGlobal(visualRect(index).center()) : event->globalPos());
 }
 
 }  // namespace veloran

@@ -9,6 +9,7 @@
 
 #include "core/satellite.h"
 #include "ui/browser/browser_columns.h"
+#include "ui/browser/browser_commands.h"
 
 namespace veloran {
 
@@ -16,7 +17,8 @@ class BrowserModel;
 class BrowserRowDelegate;
 
 /// The sections and their satellites. Its rows have buttons without being widgets: the delegate
-/// paints them, the view answers the pointer and the keys. It stays open where it was, where it was
+/// paints them, the view answers the pointer and the keys; what a row can do stands in its menu,
+/// too. It stays open where it was, where it was
 /// scrolled to and on the row it was on when the catalogue is replaced below it.
 class BrowserTree : public QTreeView {
     Q_OBJECT
@@ -32,19 +34,21 @@ class BrowserTree : public QTreeView {
     /// Takes the keyboard over, on the first row if it was on none.
     void enter();
 
-    /// Letters are commands here; the search field finds names.
-    void keyboardSearch(const QString&) override {}
-
   signals:
+    /// A key that writes, or takes away what was written: for the search field.
+    void typed(QKeyEvent& event);
     void toggled(const veloran::SatellitePtr& satellite);
     void detailsRequested(const veloran::SatellitePtr& satellite);
     /// Of every satellite of the section.
     void selectionRequested(const QModelIndex& section, bool selected);
     void clearRequested();
+    /// Of an imported satellite.
+    void removalRequested(const veloran::SatellitePtr& satellite);
     void subscriptionToggled(const std::string& key);
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -76,6 +80,7 @@ class BrowserTree : public QTreeView {
     void hover(const Button& button);
     void act(const QModelIndex& index, RowPart part);
     RowPart partOfKey(const QKeyEvent& event, const QModelIndex& index) const;
+    std::vector<MenuEntry> menuOf(const QModelIndex& index) const;
     RowLook lookOf(const QModelIndex& index) const;
 
     BrowserModel& model_;

@@ -133,8 +133,6 @@ QWidget* SatelliteBrowser::makeToolbar() {
     search_->setObjectName("browserSearch");
     search_->setMaximumWidth(kSearchWidth);
     connect(search_, &SearchField::textChanged, this, &SatelliteBrowser::search);
-    // From the field straight to what it has found.
-    search_->focusProxy()->installEventFilter(this);
 
     const TextStyle plain{13, QFont::Normal, Ink::primary, 1, false};
     auto* import = new MiniButton(Symbol::importTray, 11, tr("Import TLE"), plain, 3);
@@ -222,6 +220,9 @@ void SatelliteBrowser::connectTree() {
                 setAll(model_->section(section).sats, selected);
             });
     connect(tree_, &BrowserTree::clearRequested, this, &SatelliteBrowser::clearImported);
+    connect(tree_, &BrowserTree::removalRequested, this, &SatelliteBrowser::removeImported);
+    connect(tree_, &BrowserTree::typed, search_, &SearchField::type);
+    connect(search_, &SearchField::left, tree_, &BrowserTree::enter);
     connect(tree_, &BrowserTree::subscriptionToggled, this, &SatelliteBrowser::toggleSubscription);
 }
 
@@ -272,6 +273,10 @@ void SatelliteBrowser::clearImported() {
     state_->clearImported([state = state_.get()] { state->loadData(); });
 }
 
+void SatelliteBrowser::removeImported(const SatellitePtr& satellite) {
+    state_->removeImported(satellite->id, [state = state_.get()] { state->loadData(); });
+}
+
 void SatelliteBrowser::showDetails(const SatellitePtr& satellite) {
     auto* sheet = new SatelliteDetailView(state_, satellite, this);
     connect(refresher_, &StateRefresher::refresh, sheet, &SatelliteDetailView::refresh);
@@ -291,15 +296,9 @@ void SatelliteBrowser::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
 }
 
-bool SatelliteBrowser::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent*>(event)->key();
-        if (key == Qt::Key_Down || key == Qt::Key_Return || key == Qt::Key_Enter) {
-            tree_->enter();
-            return true;
-        }
-    }
-    return QWidget::eventFilter(watched, event);
+void SatelliteBrowser::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Cancel) && !search_->text().isEmpty()) return search_->clear();
+    QWidget::keyPressEvent(event);
 }
 
 void SatelliteBrowser::dragEnterEvent(QDragEnterEvent* event) {

@@ -33,7 +33,7 @@ class SatelliteBrowser : public QWidget {
 
   protected:
     void showEvent(QShowEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
@@ -49,6 +49,7 @@ class SatelliteBrowser : public QWidget {
     void setAll(const std::vector<SatellitePtr>& satellites, bool selected);
     void toggleSubscription(const std::string& key);
     void clearImported();
+    void removeImported(const SatellitePtr& satellite);
     void showDetails(const SatellitePtr& satellite);
     TLEImportSheet& showImportSheet();
 

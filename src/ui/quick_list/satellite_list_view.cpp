@@ -1,7 +1,7 @@
 #include "ui/quick_list/satellite_list_view.h"
 
+#include <QKeyEvent>
 #include <QPushButton>
-#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "ui/commands.h"
@@ -39,6 +39,11 @@ void QuickListRows::refresh() {
     viewport()->update();
 }
 
+void QuickListRows::enter() {
+    setFocus();
+    if (!currentIndex().isValid()) setCurrentIndex(model_.index(0));
+}
+
 std::vector<QuickListLook> QuickListRows::looksInSight() const {
     std::vector<QuickListLook> looks;
     const QRect sight = viewport()->rect();
@@ -54,17 +59,18 @@ SatelliteListView::SatelliteListView(std::shared_ptr<AppState> state, QWidget* w
     : Sheet(tr("Satellites"), window),
       state_(std::move(state)),
       model_(new QuickListModel(state_, this)),
+      search_(new SearchField(tr("Search name or NORAD ID..."))),
       rows_(new QuickListRows(*model_)) {
     setObjectName("quickListSheet");
     setMinimumSize(350, 400);
-    auto* search = new SearchField(tr("Search name or NORAD ID..."));
-    search->setObjectName("quickListSearch");
-    connect(search, &SearchField::textChanged, model_, &QuickListModel::setSearch);
+    search_->setObjectName("quickListSearch");
+    connect(search_, &SearchField::textChanged, model_, &QuickListModel::setSearch);
+    connect(search_, &SearchField::left, rows_, &QuickListRows::enter);
 
     auto* padded = new QVBoxLayout;
     padded->setContentsMargins(kPadding, 0, kPadding, 8);
     padded->setSpacing(8);
-    padded->addWidget(search);
+    padded->addWidget(search_);
     padded->addWidget(makePresets());
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -74,11 +80,8 @@ SatelliteListView::SatelliteListView(std::shared_ptr<AppState> state, QWidget* w
     column->addWidget(new Divider(Qt::Horizontal));
     column->addWidget(rows_, 1);
 
-    // The shortcut that opened it closes it, too; the menu's own does not reach here.
-    auto* shortcut = new QShortcut(Qt::CTRL | Qt::Key_L, this);
-    connect(shortcut, &QShortcut::activated, this, &QDialog::reject);
     connect(this, &QDialog::finished, this, [this] { state_->showSatelliteList = false; });
-    search->setFocus();
+    search_->setFocus();
     refresh();
 }
 
@@ -123,6 +126,11 @@ QWidget* SatelliteListView::makePresets() {
     presetButton(tr("None"), "presetNone", deselectAll);
     row->addStretch();
     return presets;
+}
+
+void SatelliteListView::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Cancel) && !search_->text().isEmpty()) return search_->clear();
+    Sheet::keyPressEvent(event);
 }
 
 void SatelliteListView::refresh() {

@@ -10,6 +10,7 @@
 
 namespace veloran {
 
+class SearchField;
 class ValueLabel;
 
 /// The scrolling rows of the quick list.
@@ -20,6 +21,8 @@ class QuickListRows : public QListView {
 
     /// Draws the rows in sight anew when they would look otherwise.
     void refresh();
+    /// Takes the keyboard over, on the first row if it was on none.
+    void enter();
 
   private:
     std::vector<QuickListLook> looksInSight() const;
@@ -29,7 +32,8 @@ class QuickListRows : public QListView {
 };
 
 /// The short list of all satellites, to select from. It is open while the state's showSatelliteList
-/// is set: closing it clears that, and it closes when something else does.
+/// is set: closing it clears that, and it closes when something else does. Escape clears a search
+/// before it closes the sheet.
 class SatelliteListView : public Sheet {
     Q_OBJECT
   public:
@@ -40,6 +44,9 @@ class SatelliteListView : public Sheet {
   public slots:
     void refresh();
 
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
   private:
     QWidget* makeHeader();
     QWidget* makePresets();
@@ -47,6 +54,7 @@ class SatelliteListView : public Sheet {
     std::shared_ptr<AppState> state_;
     QuickListModel* model_;
     ValueLabel* count_ = nullptr;
+    SearchField* search_;
     QuickListRows* rows_;
 };
 

@@ -1,6 +1,8 @@
 #include "ui/widgets/search_field.h"
 
+#include <QCoreApplication>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
 #include <algorithm>
@@ -46,6 +48,7 @@ SearchField::SearchField(const QString& placeholder, QWidget* parent)
         emit textChanged(text);
     });
     connect(clear_, &SymbolButton::clicked, this, &SearchField::clear);
+    line_->installEventFilter(this);
 }
 
 QString SearchField::text() const {
@@ -55,6 +58,23 @@ QString SearchField::text() const {
 void SearchField::clear() {
     line_->clear();
     line_->setFocus();
+}
+
+void SearchField::type(QKeyEvent& event) {
+    line_->setFocus();
+    line_->end(false);
+    QCoreApplication::sendEvent(line_, &event);
+}
+
+bool SearchField::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Down || key == Qt::Key_Return || key == Qt::Key_Enter) {
+            emit left();
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void SearchField::paintEvent(QPaintEvent*) {

@@ -2,6 +2,7 @@
 
 #include <QWidget>
 
+class QKeyEvent;
 class QLineEdit;
 
 namespace veloran {
@@ -9,6 +10,7 @@ namespace veloran {
 class SymbolButton;
 
 /// A line to search with: a glass in front, and a button that clears it while it is not empty.
+/// Return in it presses no button of a sheet.
 class SearchField : public QWidget {
     Q_OBJECT
   public:
@@ -16,11 +18,16 @@ class SearchField : public QWidget {
 
     QString text() const;
     void clear();
+    /// Takes the keyboard over and adds what was typed elsewhere; a backspace takes a letter away.
+    void type(QKeyEvent& event);
 
   signals:
     void textChanged(const QString& text);
+    /// Return, Enter or Down: on to what was found.
+    void left();
 
   protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
   private:

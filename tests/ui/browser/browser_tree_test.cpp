@@ -1,5 +1,7 @@
 #include "ui/browser/browser_tree.h"
 
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QScrollBar>
 
 #include "browser_world.h"
@@ -37,12 +39,42 @@ class BrowserTreeTest : public BrowserFixture {
         return delegate.helpAt(at, tree.visualRect(index), index);
     }
 
+    QMenu* openedMenu() const {
+        const auto menus = tree.findChildren<QMenu*>("browserRowMenu");
+        return menus.isEmpty() ? nullptr : menus.back();
+    }
+    /// As the Menu key does.
+    void openMenu(const QModelIndex& index) {
+        tree.setCurrentIndex(index);
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, {}, {});
+        QCoreApplication::sendEvent(tree.viewport(), &event);
+    }
+    void closeMenu() {
+        openedMenu()->close();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    QStringList menuAt(const QModelIndex& index) {
+        openMenu(index);
+        QStringList texts;
+        for (const QAction* action : openedMenu()->actions()) texts << action->text();
+        closeMenu();
+        return texts;
+    }
+    void pick(const QModelIndex& index, const QString& text) {
+        openMenu(index);
+        for (QAction* action : openedMenu()->actions()) {
+            if (action->text() == text) action->trigger();
+        }
+        closeMenu();
+    }
+
     BrowserModel model{state};
     BrowserTree tree{model};
     QSignalSpy toggled{&tree, &BrowserTree::toggled};
     QSignalSpy detailed{&tree, &BrowserTree::detailsRequested};
     QSignalSpy selected{&tree, &BrowserTree::selectionRequested};
     QSignalSpy cleared{&tree, &BrowserTree::clearRequested};
+    QSignalSpy removed{&tree, &BrowserTree::removalRequested};
     QSignalSpy subscribed{&tree, &BrowserTree::subscriptionToggled};
 };
 
@@ -140,12 +172,12 @@ TEST_F(BrowserTreeTest, KeysOfASatellite) {
     const QModelIndex satellite = row("amateur", 7530);
     key(satellite, Qt::Key_Space);
     EXPECT_EQ(toggled.count(), 1);
-    for (const Qt::Key k : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_I}) key(satellite, k);
-    EXPECT_EQ(detailed.count(), 3);
-    for (const Qt::Key k : {Qt::Key_A, Qt::Key_N, Qt::Key_S, Qt::Key_Delete}) key(satellite, k);
-    key(satellite, Qt::Key_I, Qt::ControlModifier);
+    for (const Qt::Key k : {Qt::Key_Return, Qt::Key_Enter}) key(satellite, k);
+    EXPECT_EQ(detailed.count(), 2);
+    for (const Qt::Key k : {Qt::Key_A, Qt::Key_S, Qt::Key_Delete}) {
+        key(satellite, k, Qt::ControlModifier);
+    }
     EXPECT_EQ(selected.count() + subscribed.count() + cleared.count(), 0);
-    EXPECT_EQ(detailed.count(), 3);
 }
 
 TEST_F(BrowserTreeTest, KeysOfASection) {
@@ -157,26 +189,100 @@ TEST_F(BrowserTreeTest, KeysOfASection) {
     EXPECT_TRUE(tree.expandedCategories().contains("stations"));
     key(heading("stations"), Qt::Key_Left);
     EXPECT_FALSE(tree.expandedCategories().contains("stations"));
-    key(heading("stations"), Qt::Key_A);
-    key(heading("stations"), Qt::Key_N);
+    key(heading("stations"), Qt::Key_A, Qt::ControlModifier);
+    key(heading("stations"), Qt::Key_A, Qt::ControlModifier | Qt::ShiftModifier);
     ASSERT_EQ(selected.count(), 2);
     EXPECT_TRUE(selected[0][1].toBool());
     EXPECT_FALSE(selected[1][1].toBool());
 }
 
+TEST_F(BrowserTreeTest, LettersAndDigitsAreForTheSearchOnly) {
+    QString written;
+    QObject::connect(&tree, &BrowserTree::typed,
+                     [&written](QKeyEvent& event) { written += event.text(); });
+    for (const char* place : {"amateur", "custom"}) {
+        for (const QModelIndex& index : {heading(place), model.index(0, 0, heading(place))}) {
+            tree.setCurrentIndex(index);
+            written.clear();
+            QTest::keyClicks(&tree, "noaa ANISq-7+*");
+            EXPECT_EQ(written, "noaaANISq-7+*") << place;
+            EXPECT_TRUE(tree.isExpanded(heading(place)) || model.isSection(index)) << place;
+            tree.setExpanded(heading(place), true);
+        }
+    }
+    EXPECT_EQ(selected.count() + subscribed.count() + cleared.count() + removed.count(), 0);
+    EXPECT_EQ(detailed.count(), 0);
+    EXPECT_FALSE(tree.isExpanded(heading("stations"))) << "* opens nothing";
+}
+
 TEST_F(BrowserTreeTest, KeysReachOnlyTheButtonsThatASectionHas) {
     for (const char* name : {"celestial", "custom", "uncategorized"}) {
-        key(heading(name), Qt::Key_S);
+        key(heading(name), Qt::Key_S, Qt::ControlModifier);
     }
     EXPECT_EQ(subscribed.count(), 0);
     for (const char* name : {"celestial", "amateur", "uncategorized"}) {
-        key(heading(name), Qt::Key_Delete);
+        key(heading(name), Qt::Key_Delete, Qt::ControlModifier);
     }
     EXPECT_EQ(cleared.count(), 0);
-    key(heading("amateur"), Qt::Key_S);
+    key(heading("amateur"), Qt::Key_S, Qt::ControlModifier);
     EXPECT_EQ(subscribed.count(), 1);
     key(heading("custom"), Qt::Key_Delete);
+    EXPECT_EQ(cleared.count(), 0) << "all of them need more than one key";
+    key(heading("custom"), Qt::Key_Delete, Qt::ControlModifier);
     EXPECT_EQ(cleared.count(), 1);
+}
+
+TEST_F(BrowserTreeTest, DeleteRemovesAnImportedSatellite) {
+    key(row("custom", 99001), Qt::Key_Delete);
+    ASSERT_EQ(removed.count(), 1);
+    EXPECT_EQ(removed[0][0].value<SatellitePtr>(), own);
+    old->sources.insert("custom");
+    key(row("amateur", 7530), Qt::Key_Delete);
+    EXPECT_EQ(removed.count(), 1) << "it stands there as one of its group";
+}
+
+TEST_F(BrowserTreeTest, MenuTellsWhatARowCanDo) {
+    EXPECT_EQ(menuAt(heading("amateur")),
+              (QStringList{"Close\tEnter", "Track All\tCtrl+A", "Track None\tCtrl+Shift+A",
+                           "Unsubscribe\tCtrl+S"}));
+    EXPECT_EQ(menuAt(heading("stations"))[3], "Subscribe\tCtrl+S");
+    EXPECT_EQ(menuAt(heading("custom"))[3], "Remove All Imported\tCtrl+Delete");
+    EXPECT_EQ(menuAt(row("amateur", 7530)), (QStringList{"Track\tSpace", "Details\tEnter"}));
+    old->isSelected = true;
+    old->sources.insert("custom");
+    EXPECT_EQ(menuAt(row("amateur", 7530)), (QStringList{"Do Not Track\tSpace", "Details\tEnter",
+                                                         "Remove Imported Elements\tDelete"}));
+}
+
+TEST_F(BrowserTreeTest, MenuDoesWhatItTells) {
+    pick(row("custom", 99001), "Remove Imported Elements\tDelete");
+    ASSERT_EQ(removed.count(), 1);
+    EXPECT_EQ(removed[0][0].value<SatellitePtr>(), own);
+    pick(row("amateur", 25544), "Track\tSpace");
+    ASSERT_EQ(toggled.count(), 1);
+    EXPECT_EQ(toggled[0][0].value<SatellitePtr>(), station);
+    pick(heading("amateur"), "Track None\tCtrl+Shift+A");
+    ASSERT_EQ(selected.count(), 1);
+    EXPECT_FALSE(selected[0][1].toBool());
+    pick(heading("stations"), "Subscribe\tCtrl+S");
+    ASSERT_EQ(subscribed.count(), 1);
+    EXPECT_EQ(subscribed[0][0].value<std::string>(), "stations");
+}
+
+TEST_F(BrowserTreeTest, MenuOfARowThatHasGoneDoesNothing) {
+    openMenu(row("custom", 99001));
+    const QMenu* menu = openedMenu();
+    ASSERT_NE(menu, nullptr);
+    model.setSearch("iss");
+    menu->actions().back()->trigger();
+    EXPECT_EQ(removed.count(), 0);
+}
+
+TEST_F(BrowserTreeTest, MenuBesideTheRowsDoesNotOpen) {
+    tree.resize(500, 800);
+    QContextMenuEvent event(QContextMenuEvent::Mouse, {50, 790}, tree.mapToGlobal(QPoint(50, 790)));
+    QCoreApplication::sendEvent(tree.viewport(), &event);
+    EXPECT_EQ(openedMenu(), nullptr);
 }
 
 TEST_F(BrowserTreeTest, HelpTellsWhatIsBelowThePointer) {

@@ -23,6 +23,11 @@ constexpr const char* kStation =
     "1 25544U 98067A   26095.54791667  .00016717  00000+0  10270-3 0  9994\n"
     "2 25544  51.6412  10.7412 0002819  32.7451  12.4721 15.50073832123456\n";
 
+constexpr const char* kOther =
+    "MYSAT\n"
+    "1 99901U 20001A   26001.00000000  .00000000  00000-0  00000-0 0  9990\n"
+    "2 99901   0.0500  90.0000 0002000  90.0000 180.0000  1.00270000    15\n";
+
 class SatelliteBrowserTest : public BrowserFixture {
   protected:
     SatelliteBrowser& open() {
@@ -40,10 +45,11 @@ class SatelliteBrowserTest : public BrowserFixture {
     QLineEdit& searchLine() { return child<QLineEdit>(*window, "searchText"); }
     QModelIndex heading(const char* key) { return BrowserFixture::heading(model(), key); }
     Selection selection() const { return state->selectedSatelliteIds; }
-    void key(const QModelIndex& index, Qt::Key key) {
+    void key(const QModelIndex& index, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
         tree().setCurrentIndex(index);
-        QTest::keyClick(&tree(), key);
+        QTest::keyClick(&tree(), key, modifiers);
     }
+    void trackAll(const QModelIndex& section) { key(section, Qt::Key_A, Qt::ControlModifier); }
     QStringList trackedNames() {
         QStringList names;
         for (int i = 0; i < tracked().model()->rowCount(); ++i) {
@@ -165,21 +171,21 @@ TEST_F(SatelliteBrowserTest, AllAndNoneTakeTheWholeSectionInOneChange) {
     state->selectedSatelliteIds = Selection{7530};
     open();
     machine.settings.writes.clear();
-    key(heading("amateur"), Qt::Key_A);
+    trackAll(heading("amateur"));
     EXPECT_EQ(selection(), (Selection{7530, 25544}));
     EXPECT_EQ(std::ranges::count(machine.settings.writes, "selectedSatIds"), 1);
     window->refresh();
     EXPECT_EQ(trackedNames(), (QStringList{"AO-7", "ISS (ZARYA)"})) << "by name";
-    key(heading("stations"), Qt::Key_N);
+    key(heading("stations"), Qt::Key_A, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(selection(), (Selection{7530}));
-    key(heading("uncategorized"), Qt::Key_A);
+    trackAll(heading("uncategorized"));
     EXPECT_EQ(selection(), (Selection{401, 7530}));
 }
 
 TEST_F(SatelliteBrowserTest, AllReachesOnlyWhatTheSearchLeaves) {
     open();
     searchLine().setText("ao-7");
-    key(heading("amateur"), Qt::Key_A);
+    trackAll(heading("amateur"));
     EXPECT_EQ(selection(), (Selection{7530}));
 }
 
@@ -194,6 +200,72 @@ TEST_F(SatelliteBrowserTest, ClearEmptiesTheTrackedList) {
     window->refresh();
     EXPECT_FALSE(isShown(*window, "clearTracked"));
     EXPECT_EQ(trackedNames(), QStringList());
+}
+
+TEST_F(SatelliteBrowserTest, ClearLeavesNoSelectionBehindThatHasNoSatellite) {
+    state->selectedSatelliteIds = Selection{11111, 22222};
+    open();
+    EXPECT_EQ(textOf(*window, "trackedCount"), "(2)");
+    EXPECT_EQ(trackedNames(), QStringList());
+    button("clearTracked").click();
+    window->refresh();
+    EXPECT_EQ(selection(), Selection{});
+    EXPECT_EQ(textOf(*window, "trackedCount"), "(0)");
+
+    state->toggleSatellites({station});
+    state->selectedSatelliteIds = Selection{11111, 25544};
+    window->refresh();
+    button("clearTracked").click();
+    EXPECT_EQ(selection(), Selection{});
+    EXPECT_FALSE(station->isSelected);
+}
+
+TEST_F(SatelliteBrowserTest, TypingInTheListGoesToTheSearch) {
+    state->toggleSatellites({station, old});
+    open();
+    tree().setFocus();
+    tree().setCurrentIndex(heading("amateur"));
+    QTest::keyClick(&tree(), Qt::Key_N);
+    ASSERT_TRUE(searchLine().hasFocus());
+    QTest::keyClicks(QApplication::focusWidget(), "oaa");
+    EXPECT_EQ(searchLine().text(), "noaa");
+    EXPECT_EQ(selection(), (Selection{7530, 25544})) << "the favourites stay";
+
+    searchLine().setText("ao");
+    QTest::keyClick(&searchLine(), Qt::Key_Return);
+    ASSERT_TRUE(tree().hasFocus());
+    QTest::keyClick(&tree(), Qt::Key_Minus);
+    EXPECT_EQ(searchLine().text(), "ao-") << "it goes on where it was";
+    tree().setFocus();
+    QTest::keyClick(&tree(), Qt::Key_Backspace);
+    EXPECT_EQ(searchLine().text(), "ao");
+}
+
+TEST_F(SatelliteBrowserTest, EscapeClearsTheSearch) {
+    open();
+    searchLine().setText("ao");
+    QTest::keyClick(&searchLine(), Qt::Key_Escape);
+    EXPECT_EQ(searchLine().text(), "");
+    searchLine().setText("ao");
+    tree().setFocus();
+    QTest::keyClick(&tree(), Qt::Key_Escape);
+    EXPECT_EQ(searchLine().text(), "");
+    EXPECT_TRUE(window->isVisible());
+}
+
+TEST_F(SatelliteBrowserTest, ImportedSatelliteIsRemovedAlone) {
+    state->importElements(std::string(kStation) + kOther, {});
+    machine.loop.runPosted();
+    state->loadData();
+    machine.loop.runPosted();
+    ASSERT_TRUE(isImported());
+    open();
+    ASSERT_EQ(ids(model(), "custom"), (Ids{25544, 99901}));
+    key(model().find("custom", 25544), Qt::Key_Delete);
+    machine.loop.runPosted();
+    window->refresh();
+    EXPECT_EQ(ids(model(), "custom"), (Ids{99901}));
+    EXPECT_FALSE(isImported());
 }
 
 TEST_F(SatelliteBrowserTest, CrossOfATrackedRowDeselectsIt) {
@@ -211,7 +283,7 @@ TEST_F(SatelliteBrowserTest, ClearOfTheImportedRemovesThemAndLoadsAnew) {
     machine.loop.runPosted();
     ASSERT_TRUE(isImported());
     open();
-    key(heading("custom"), Qt::Key_Delete);
+    key(heading("custom"), Qt::Key_Delete, Qt::ControlModifier);
     machine.loop.runPosted();
     EXPECT_FALSE(isImported());
     window->refresh();
@@ -222,7 +294,7 @@ TEST_F(SatelliteBrowserTest, SwitchSubscribesAndLoadsAndTheSelectionStays) {
     state->importElements(kStation, {});
     state->toggleSatellite(station);
     open();
-    key(heading("stations"), Qt::Key_S);
+    key(heading("stations"), Qt::Key_S, Qt::ControlModifier);
     EXPECT_EQ(state->subscribedCategories.get(), (std::set<std::string>{"amateur", "stations"}));
     machine.loop.runPosted();
     EXPECT_TRUE(isImported()) << "loaded anew";
@@ -235,7 +307,7 @@ TEST_F(SatelliteBrowserTest, SwitchSubscribesAndLoadsAndTheSelectionStays) {
 
 TEST_F(SatelliteBrowserTest, SwitchUnsubscribes) {
     open();
-    key(heading("amateur"), Qt::Key_S);
+    key(heading("amateur"), Qt::Key_S, Qt::ControlModifier);
     EXPECT_EQ(state->subscribedCategories.get(), std::set<std::string>{});
 }
 
@@ -365,7 +437,7 @@ TEST_F(SatelliteBrowserTest, WholeCatalogueIsRowsOfAModel) {
     open();
     EXPECT_EQ(model().rowCount(heading("amateur")), 11000);
     EXPECT_LT(window->findChildren<QWidget*>().size(), 60) << "no widget per row";
-    key(heading("amateur"), Qt::Key_A);
+    trackAll(heading("amateur"));
     EXPECT_EQ(selection().size(), 11000U);
     searchLine().setText("sat 1099");
     EXPECT_EQ(model().rowCount(heading("amateur")), 11) << "SAT 1099 and SAT 10990 to SAT 10999";

@@ -216,9 +216,7 @@ TEST_F(SatelliteListViewTest, AnyWayOfClosingClearsTheFlag) {
     const std::vector<std::function<void()>> ways{
         [this] { press("closeQuickList"); },
         [this] { QTest::keyClick(sheet.get(), Qt::Key_Escape); },
-        [this] { QTest::keyClick(sheet.get(), Qt::Key_Return); },
-        [this] { QTest::keyClick(sheet.get(), Qt::Key_L, Qt::ControlModifier); },
-        [this] { sheet->close(); },
+        [this] { QTest::keyClick(sheet.get(), Qt::Key_Return); }, [this] { sheet->close(); },
         [this] { sheet->accept(); }};
     for (std::size_t i = 0; i < ways.size(); ++i) {
         open();
@@ -226,6 +224,46 @@ TEST_F(SatelliteListViewTest, AnyWayOfClosingClearsTheFlag) {
         EXPECT_FALSE(sheet->isVisible()) << i;
         EXPECT_FALSE(state->showSatelliteList) << i;
     }
+}
+
+TEST_F(SatelliteListViewTest, ReturnInTheSearchGoesOnToWhatWasFound) {
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Down}) {
+        open();
+        sheet->activateWindow();
+        auto& line = child<QLineEdit>(*sheet, "searchText");
+        search("ao");
+        line.setFocus();
+        QTest::keyClick(&line, key);
+        EXPECT_TRUE(sheet->isVisible());
+        EXPECT_TRUE(state->showSatelliteList);
+        EXPECT_TRUE(rows().hasFocus());
+        EXPECT_EQ(rows().currentIndex(), row(0));
+        QTest::keyClick(&rows(), Qt::Key_Space);
+        EXPECT_EQ(state->selectedSatelliteIds->contains(7530), old->isSelected.get());
+    }
+    search("nothing");
+    QTest::keyClick(&child<QLineEdit>(*sheet, "searchText"), Qt::Key_Return);
+    EXPECT_TRUE(sheet->isVisible());
+}
+
+TEST_F(SatelliteListViewTest, EscapeClearsASearchFirst) {
+    open();
+    for (const char* place : {"searchText", "quickList"}) {
+        search("ao");
+        QTest::keyClick(&child<QWidget>(*sheet, place), Qt::Key_Escape);
+        EXPECT_EQ(child<QLineEdit>(*sheet, "searchText").text(), "") << place;
+        EXPECT_TRUE(sheet->isVisible()) << place;
+    }
+    QTest::keyClick(&child<QWidget>(*sheet, "searchText"), Qt::Key_Escape);
+    EXPECT_FALSE(sheet->isVisible());
+}
+
+TEST_F(SatelliteListViewTest, NoneLeavesNoSelectionBehindThatHasNoSatellite) {
+    state->selectedSatelliteIds = std::set<std::int64_t>{25544, 400, 11111};
+    open();
+    press("presetNone");
+    EXPECT_TRUE(state->selectedSatelliteIds->empty());
+    EXPECT_FALSE(station->isSelected);
 }
 
 TEST_F(SatelliteListViewTest, ClearingTheFlagClosesIt) {
