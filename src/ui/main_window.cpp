@@ -76,13 +76,14 @@ void MainWindow::makeTrackingMenu() {
 
 void MainWindow::makeViewMenu() {
     QMenu* menu = menuBar()->addMenu(tr("&View"));
-    menu->addAction(tr("Satellite List (Quick)"), Qt::CTRL | Qt::Key_L, this,
-                    [this] { state_->showSatelliteList = !state_->showSatelliteList; })
-        ->setObjectName("satelliteListAction");
-    QAction* settings = menu->addAction(tr("Settings"), Qt::CTRL | Qt::Key_Comma, this,
-                                        [this] { state_->showSettings = !state_->showSettings; });
-    settings->setObjectName("settingsAction");
-    settings->setMenuRole(QAction::PreferencesRole);
+    toggleSatelliteList_ =
+        menu->addAction(tr("Satellite List (Quick)"), Qt::CTRL | Qt::Key_L, this,
+                        [this] { state_->showSatelliteList = !state_->showSatelliteList; });
+    toggleSatelliteList_->setObjectName("satelliteListAction");
+    toggleSettings_ = menu->addAction(tr("Settings"), Qt::CTRL | Qt::Key_Comma, this,
+                                      [this] { state_->showSettings = !state_->showSettings; });
+    toggleSettings_->setObjectName("settingsAction");
+    toggleSettings_->setMenuRole(QAction::PreferencesRole);
     menu->addSeparator();
     QAction* in = menu->addAction(tr("Zoom In"), this, [this] { zoomIn(*state_); });
     in->setObjectName("zoomInAction");
@@ -109,7 +110,7 @@ void MainWindow::makeHelpMenu() {
 }
 
 /// The browser has no menu of its own. A sheet over this window keeps the shortcuts off all the
-/// same.
+/// same, but for those that are given to it.
 void MainWindow::letMenusActFromEveryWindow() {
     for (QAction* action : findChildren<QAction*>()) {
         action->setShortcutContext(Qt::ApplicationShortcut);
@@ -119,17 +120,26 @@ void MainWindow::letMenusActFromEveryWindow() {
 void MainWindow::refresh() {
     startTracking_->setEnabled(state_->selectedPass->has_value());
     stopTracking_->setEnabled(state_->isTracking);
-    showSheet(state_->showSettings, settings_);
-    showSheet(state_->showSatelliteList, satelliteList_);
+    showSheet(state_->showSettings, settings_, *toggleSettings_);
+    showSheet(state_->showSatelliteList, satelliteList_, *toggleSatelliteList_);
 }
 
-/// A sheet closes by itself when it is no longer wanted.
+/// A sheet closes by itself when it is no longer wanted; what opened it reaches it, to close it.
 template <class T>
-void MainWindow::showSheet(bool wanted, QPointer<T>& sheet) {
+void MainWindow::showSheet(bool wanted, QPointer<T>& sheet, QAction& toggle) {
     if (!wanted || sheet) return;
     sheet = new T(state_, this);
+    sheet->addAction(&toggle);
     connect(refresher_, &StateRefresher::refresh, sheet.data(), &T::refresh);
     sheet->present();
+}
+
+/// A session can be stopped from under whatever lies over this window.
+bool MainWindow::event(QEvent* event) {
+    if (event->type() == QEvent::WindowBlocked) {
+        if (QWidget* above = QApplication::activeModalWidget()) above->addAction(stopTracking_);
+    }
+    return QMainWindow::event(event);
 }
 
 void MainWindow::openBrowser() {

@@ -35,6 +35,7 @@ class MainWindow : public QMainWindow {
     void quitRequested();
 
   protected:
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
   private:
@@ -46,7 +47,7 @@ class MainWindow : public QMainWindow {
     void letMenusActFromEveryWindow();
     void refresh();
     template <class T>
-    void showSheet(bool wanted, QPointer<T>& sheet);
+    void showSheet(bool wanted, QPointer<T>& sheet, QAction& toggle);
     void showAbout();
 
     std::shared_ptr<AppState> state_;
@@ -56,6 +57,8 @@ class MainWindow : public QMainWindow {
     QPointer<SatelliteListView> satelliteList_;
     QAction* startTracking_;
     QAction* stopTracking_;
+    QAction* toggleSettings_;
+    QAction* toggleSatelliteList_;
 };
 
 }  // namespace veloran

@@ -7,6 +7,18 @@
 
 namespace veloran {
 
+namespace {
+
+/// What the desktop draws around a window, as far as it can be told before there is one: as around
+/// the window below.
+QSize frameOf(const QWidget* window) {
+    constexpr QSize kUsual{10, 40};
+    const QSize known = window ? window->frameGeometry().size() - window->size() : QSize();
+    return known.isEmpty() ? kUsual : known;
+}
+
+}  // namespace
+
 Sheet::Sheet(const QString& title, QWidget* window) : QDialog(window) {
     setWindowTitle(readable(title));
     setWindowModality(Qt::WindowModal);
@@ -14,10 +26,11 @@ Sheet::Sheet(const QString& title, QWidget* window) : QDialog(window) {
 }
 
 void Sheet::present() {
+    const QWidget* window = parentWidget() ? parentWidget()->window() : nullptr;
     // Not adjustSize(), which leaves a third of the screen free.
     QSize wanted = sizeHint();
-    if (const QScreen* display = parentWidget() ? parentWidget()->screen() : screen()) {
-        wanted = wanted.boundedTo(display->availableSize());
+    if (const QScreen* display = window ? window->screen() : screen()) {
+        wanted = wanted.boundedTo(display->availableSize() - frameOf(window));
     }
     resize(wanted);
     makeDefaultButtonKnown();

@@ -11,7 +11,7 @@ class Sheet : public QDialog {
   public:
     Sheet(const QString& title, QWidget* window);
 
-    /// Shows it over the middle of its window, no larger than the screen has room.
+    /// Shows it over the middle of its window, no larger than the screen has room with its frame.
     void present();
 
   private:

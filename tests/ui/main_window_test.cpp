@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QPointer>
 #include <QSplitter>
@@ -264,6 +265,87 @@ TEST_F(MainWindowTest, QuickListIsOnScreenWhileItsFlagIsSet) {
     refreshedAfter(window, [&] { state->showSatelliteList = false; });
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(sheet, nullptr);
+}
+
+TEST_F(MainWindowTest, ShortcutThatOpenedASheetClosesIt) {
+    showWindow();
+    for (const Qt::Key key : {Qt::Key_Comma, Qt::Key_L}) {
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        Published<bool>& flag = key == Qt::Key_L ? state->showSatelliteList : state->showSettings;
+        refreshedAfter(window, [&] { QTest::keyClick(&window, key, Qt::ControlModifier); });
+        ASSERT_TRUE(flag);
+        QPointer<QWidget> sheet = QApplication::activeModalWidget();
+        ASSERT_NE(sheet, nullptr);
+        sheet->activateWindow();
+        QTest::qWait(0);
+        QTest::keyClick(sheet, key == Qt::Key_L ? Qt::Key_Comma : Qt::Key_L, Qt::ControlModifier);
+        EXPECT_TRUE(flag);
+        EXPECT_FALSE(state->showSettings && state->showSatelliteList) << "one at a time";
+        refreshedAfter(window, [&] {
+            QTest::keyClick(sheet->focusWidget() ? sheet->focusWidget() : sheet.data(), key,
+                            Qt::ControlModifier);
+        });
+        EXPECT_FALSE(flag);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_EQ(sheet, nullptr);
+    }
+}
+
+class StopFromUnderASheet : public MainWindowTest {
+  protected:
+    void SetUp() override {
+        trackPair();
+        showWindow();
+        ASSERT_TRUE(state->isTracking);
+    }
+    QWidget* openBrowser() {
+        window.openBrowser();
+        QTest::qWait(0);
+        return QApplication::activeWindow();
+    }
+    void expectStopFrom(QWidget* place) {
+        ASSERT_NE(place, nullptr);
+        place->activateWindow();
+        QTest::qWait(0);
+        QTest::keyClick(place, Qt::Key_T, Qt::ControlModifier | Qt::ShiftModifier);
+        EXPECT_FALSE(state->isTracking);
+    }
+};
+
+TEST_F(StopFromUnderASheet, Settings) {
+    refreshedAfter(window, [&] { state->showSettings = true; });
+    expectStopFrom(QApplication::activeModalWidget());
+    EXPECT_TRUE(state->showSettings) << "the sheet stays";
+}
+
+TEST_F(StopFromUnderASheet, FieldOfTheSettings) {
+    refreshedAfter(window, [&] { state->showSettings = true; });
+    expectStopFrom(window.findChild<SettingsView*>()->findChild<QLineEdit*>("obsLatitude"));
+}
+
+TEST_F(StopFromUnderASheet, QuickList) {
+    refreshedAfter(window, [&] { state->showSatelliteList = true; });
+    expectStopFrom(QApplication::activeModalWidget());
+}
+
+TEST_F(StopFromUnderASheet, QuestionOfAConflict) {
+    const auto& satellite = *state->satellites->front();
+    const QueuedPassRef pass = makePassRef(satellite.id, satellite.name, satellite.passes->front());
+    refreshedAfter(window, [&] { state->pendingPassConflict = PassConflict{pass, pass}; });
+    expectStopFrom(QApplication::activeModalWidget());
+}
+
+TEST_F(StopFromUnderASheet, BrowserBesideTheSettings) {
+    QWidget* browser = openBrowser();
+    refreshedAfter(window, [&] { state->showSettings = true; });
+    expectStopFrom(browser);
+}
+
+TEST_F(StopFromUnderASheet, ImportOverTheBrowser) {
+    QWidget* browser = openBrowser();
+    child<QAbstractButton>(*browser, "importTLE").click();
+    expectStopFrom(browser->findChild<QWidget*>("importSheet"));
 }
 
 TEST_F(MainWindowTest, BrowserIsOneWindowThatClosesWithTheMainOne) {

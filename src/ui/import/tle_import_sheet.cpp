@@ -1,5 +1,6 @@
 #include "ui/import/tle_import_sheet.h"
 
+#include <QDir>
 #include <QDragEnterEvent>
 #include <QFileDialog>
 #include <QLabel>
@@ -164,12 +165,12 @@ QWidget* TLEImportSheet::makeButtonRow() {
 }
 
 void TLEImportSheet::openFile() {
-    auto* dialog = new QFileDialog(this, tr("Select TLE file"));
+    auto* dialog = new QFileDialog(this, tr("Select TLE file"), QDir::homePath());
     dialog->setObjectName("selectTleFile");
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setOption(QFileDialog::DontUseNativeDialog);
     dialog->setFileMode(QFileDialog::ExistingFile);
-    dialog->setNameFilter(tr("Element text and JSON (*.txt *.tle *.json)"));
+    dialog->setNameFilters({tr("Element text and JSON (*.txt *.tle *.json)"), tr("All files (*)")});
     connect(dialog, &QFileDialog::filesSelected, this, &TLEImportSheet::importFiles);
     dialog->open();
 }

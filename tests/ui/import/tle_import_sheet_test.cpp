@@ -204,6 +204,14 @@ TEST_F(TLEImportSheetTest, FileDialogImportsWhatIsChosen) {
     EXPECT_EQ(result(), "Imported 1 satellite");
 }
 
+TEST_F(TLEImportSheetTest, FileDialogOffersAllFilesAndStartsAtHome) {
+    loadButton().click();
+    const auto& dialog = child<QFileDialog>(*sheet, "selectTleFile");
+    EXPECT_EQ(dialog.nameFilters(),
+              (QStringList{"Element text and JSON (*.txt *.tle *.json)", "All files (*)"}));
+    EXPECT_EQ(dialog.directory().canonicalPath(), QDir::home().canonicalPath());
+}
+
 TEST_F(TLEImportSheetTest, CancellingTheFileDialogChangesNothing) {
     editor().setPlainText("draft");
     loadButton().click();
