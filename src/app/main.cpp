@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "app/application.h"
+#include "app/command_line.h"
 #include "app/desktop_life.h"
 #include "app/desktop_machine.h"
 #include "core/app_state.h"
@@ -29,6 +30,7 @@ std::optional<std::filesystem::path> installedTransmitterFile() {
 }  // namespace
 
 int main(int argc, char* argv[]) {
+    if (const auto code = veloran::answeredWithoutWindow(argc, argv)) return *code;
     veloran::Application application(argc, argv);
     veloran::SingleInstance instance("veloran");
     if (int exitCode = 0; !veloran::goesOn(instance, exitCode)) return exitCode;

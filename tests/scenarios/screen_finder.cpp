@@ -58,11 +58,19 @@ QString where(const QString& name) {
     return isSeen ? pointText(middle) : "hidden";
 }
 
+QString rectText(const QRect& rect) {
+    return pointText(rect.topLeft()) + QString(" %1 %2").arg(rect.width()).arg(rect.height());
+}
+
 QString edge(const QString& name) {
     const QWidget* widget = find(name);
     if (widget == nullptr) return kAbsent;
-    return pointText(widget->mapToGlobal(QPoint())) +
-           QString(" %1 %2").arg(widget->width()).arg(widget->height());
+    return rectText({widget->mapToGlobal(QPoint()), widget->size()});
+}
+
+QString frame(const QString& name) {
+    const QWidget* widget = find(name);
+    return widget == nullptr ? kAbsent : rectText(widget->frameGeometry());
 }
 
 QString text(const QString& name) {
@@ -110,6 +118,7 @@ QString screenAnswer(const QString& question) {
     const QString rest = question.section(' ', 1);
     if (word == "where") return where(rest);
     if (word == "edge") return edge(rest);
+    if (word == "frame") return frame(rest);
     if (word == "text") return text(rest);
     if (word == "row") return row(rest.section(' ', 0, 0), rest.section(' ', 1));
     if (word == "current") return current(rest);

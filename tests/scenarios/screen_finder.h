@@ -12,6 +12,7 @@ namespace veloran::test {
 ///     where NAME       "X Y" of the middle of the widget of that object name, on the screen;
 ///                      "hidden" when it is there but out of sight; "absent"
 ///     edge NAME        "X Y WIDTH HEIGHT" of the widget
+///     frame NAME       the same of a window with what the desktop draws around it
 ///     text NAME        what the widget reads; "absent"
 ///     row VIEW TEXT    "X Y" of the middle of the first row that begins with the text; "absent"
 ///     current VIEW     the text of the row that the keyboard is on

@@ -131,15 +131,21 @@ QPoint DrivenProgram::placeOf(const QString& question) {
     return *point;
 }
 
+QRect DrivenProgram::rectOf(const QString& question) {
+    const QStringList numbers = ask(question).split(' ');
+    if (numbers.size() != 4) return {};
+    return {numbers[0].toInt(), numbers[1].toInt(), numbers[2].toInt(), numbers[3].toInt()};
+}
+
 void DrivenProgram::click(const QString& name) {
     desktop_.click(placeOf("where " + name));
 }
 
 void DrivenProgram::clickAt(const QString& name, double shareX, double shareY) {
-    const QStringList edge = ask("edge " + name).split(' ');
-    if (edge.size() != 4) giveUp(name);
-    desktop_.click({edge[0].toInt() + static_cast<int>(shareX * edge[2].toInt()),
-                    edge[1].toInt() + static_cast<int>(shareY * edge[3].toInt())});
+    const QRect place = edge(name);
+    if (place.isEmpty()) giveUp(name);
+    desktop_.click({place.x() + static_cast<int>(shareX * place.width()),
+                    place.y() + static_cast<int>(shareY * place.height())});
 }
 
 void DrivenProgram::clickRow(const QString& view, const QString& text) {

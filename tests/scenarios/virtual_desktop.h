@@ -2,6 +2,7 @@
 
 #include <QPoint>
 #include <QProcess>
+#include <QRect>
 #include <QSize>
 #include <QString>
 #include <QTemporaryDir>
@@ -58,6 +59,10 @@ class DrivenProgram {
     void type(const QString& text) { desktop_.type(text); }
 
     QString text(const QString& name) { return ask("text " + name); }
+    /// Where a widget lies on the screen, and a window with its frame; empty for what is not there.
+    QRect edge(const QString& name) { return rectOf("edge " + name); }
+    QRect frame(const QString& window) { return rectOf("frame " + window); }
+    bool isInSight(const QString& name) { return ask("where " + name).contains(' '); }
     QString current(const QString& view) { return ask("current " + view); }
     bool isThere(const QString& name) { return ask("where " + name) != "absent"; }
     bool waitFor(const QString& name, bool there = true);
@@ -73,6 +78,7 @@ class DrivenProgram {
   private:
     QString ask(const QString& question);
     QPoint placeOf(const QString& question);
+    QRect rectOf(const QString& question);
 
     [[noreturn]] void giveUp(const QString& what);
 

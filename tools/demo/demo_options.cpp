@@ -3,8 +3,10 @@
 #include <fmt/format.h>
 
 #include <QCommandLineParser>
+#include <QCoreApplication>
 #include <cstdlib>
 
+#include "app/command_line.h"
 #include "base/text.h"
 
 namespace veloran {
@@ -57,9 +59,33 @@ QSize size(const QCommandLineParser& parser) {
     return {width, height};
 }
 
+/// All but what is Qt's own.
+QStringList ownArguments(int argc, char** argv) {
+    QStringList own{QString::fromLocal8Bit(argv[0])};
+    for (const auto argument : withoutQtOptions(argumentsOf(argc, argv))) {
+        own += QString::fromLocal8Bit(argument);
+    }
+    return own;
+}
+
+/// As QCommandLineParser::process, with 2 for what is not known.
+void parse(QCommandLineParser& parser, int argc, char** argv) {
+    const bool isKnown = parser.parse(ownArguments(argc, argv));
+    if (isKnown && parser.isSet("help")) {
+        const QCoreApplication named(argc, argv);  // the text begins with the program's name
+        parser.showHelp();
+    }
+    const QStringList rest = parser.positionalArguments();
+    if (isKnown && rest.isEmpty()) return;
+    const QString trouble =
+        isKnown ? QString("\"%1\" is not known.").arg(rest.front()) : parser.errorText();
+    fmt::print(stderr, "veloran-demo: {}\n", trouble.toStdString());
+    std::exit(2);
+}
+
 }  // namespace
 
-DemoOptions readDemoOptions(const QApplication& application) {
+DemoOptions readDemoOptions(int argc, char** argv) {
     QCommandLineParser parser;
     parser.setApplicationDescription(
         "Veloran at work: sample satellites from a local server, a simulated radio, and the pass "
@@ -90,7 +116,7 @@ DemoOptions readDemoOptions(const QApplication& application) {
          "Measure ticks, frames and processor from the first tick on, the first window and "
          "memory."},
     });
-    parser.process(application);
+    parse(parser, argc, argv);
 
     DemoOptions options;
     if (parser.isSet("seconds")) options.seconds = number(parser, "seconds", 0, 1e6);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QApplication>
 #include <QSize>
 #include <QString>
 #include <optional>
@@ -43,7 +42,8 @@ struct DemoOptions {
     bool figures = false;  ///< measure, and say so in the report
 };
 
-/// Reads the command line. A bad one, and --help, end the program with a text.
-DemoOptions readDemoOptions(const QApplication& application);
+/// Reads the command line, before there is an application: a bad one, and --help, end the program
+/// with a text, which needs no display.
+DemoOptions readDemoOptions(int argc, char** argv);
 
 }  // namespace veloran

@@ -70,8 +70,8 @@ int finish(const AppState& state, const Demo& demo, const LocalStation& station,
 }  // namespace
 
 int main(int argc, char** argv) {
+    const DemoOptions options = readDemoOptions(argc, argv);
     WatchedApplication application(argc, argv);
-    const DemoOptions options = readDemoOptions(application);
     // One to look at is the only one; those that end by themselves do so beside it and each other.
     std::optional<SingleInstance> instance;
     if (!options.seconds) {
