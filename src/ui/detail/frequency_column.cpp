@@ -4,6 +4,7 @@
 #include <QSpacerItem>
 #include <QVBoxLayout>
 
+#include "transmitters/transponder_pair.h"
 #include "ui/detail/detail_panel.h"
 #include "ui/detail/labeled_values.h"
 #include "ui/formats.h"
@@ -45,7 +46,7 @@ QHBoxLayout* bigRow(const QString& name, SelectableValue* value) {
 
 bool showsUplink(const std::optional<Transmitter>& uplink,
                  const std::optional<Transmitter>& downlink, double uplinkHz) {
-    return uplinkHz > 0 || uplink != downlink;
+    return uplinkHz > 0 || (uplink && uplink != downlink);
 }
 
 FrequencyColumn::FrequencyColumn(std::shared_ptr<AppState> state, QWidget* parent)
@@ -92,20 +93,33 @@ void FrequencyColumn::refresh() {
     ritPart_->setText(formatHzSigned(state_->currentRIT));
     rit_->setText(formatHzSigned(state_->currentRIT));
 
-    const bool shown = showsUplink(uplink, downlink, state_->currentUplinkFreq);
+    const bool shown = showsUplink(uplink, downlink, uplinkFrequency());
     uplink_->setVisible(shown);
     noUplink_->setVisible(!shown);
     const double txAtSatellite =
         txSatInputFreq(centerOf(uplink), state_->currentPassbandOffset, inverting);
     txFrequency_->setValue(formatBigFreq(state_->currentUplinkFreq));
     txAtSatellite_->setText(formatMHz(txAtSatellite));
-    txDoppler_->setText(formatHzSigned(state_->currentUplinkFreq - txAtSatellite));
+    const bool isCorrected = state_->isTracking && uplink && state_->currentUplinkFreq > 0;
+    txDoppler_->setText(isCorrected ? formatHzSigned(state_->currentUplinkFreq - txAtSatellite)
+                                    : std::string("—"));
 
     sense_->display(inverting ? "INV" : "STR", inverting ? Ink::orange : Ink::cyan);
     passband_->setText(formatHzSigned(state_->currentPassbandOffset));
     calibration_->setText(formatHzSigned(state_->currentSatCalibration));
     storedOnly_->setVisible(state_->rigProtocolMode == RigProtocolMode::satProtoV1 &&
                             state_->satProtoRestPattern == SatProtoRestPattern::transponderCenter);
+}
+
+/// Of the channel shown. A session that is over leaves its last frequency behind, which is none of
+/// a channel chosen since that is for reception only.
+double FrequencyColumn::uplinkFrequency() const {
+    const auto& downlink = state_->selectedTransmitter.get();
+    const auto& pass = state_->selectedPass.get();
+    const bool hasUplink =
+        state_->selectedUplinkTransmitter.get() ||
+        (pass && downlink && pairedUplink(pass->satellite->transmitters, downlink->centerFreqHz()));
+    return hasUplink ? state_->currentUplinkFreq.get() : 0;
 }
 
 QVBoxLayout* FrequencyColumn::makeDownlink() {

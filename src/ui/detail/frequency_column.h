@@ -18,8 +18,8 @@ class FoldingRow;
 class SelectableValue;
 class ValueLabel;
 
-/// Whether the uplink has anything to show: it is another channel than the downlink, or it has a
-/// frequency.
+/// Whether the uplink has anything to show: it is there and another channel than the downlink, or
+/// it has a frequency.
 bool showsUplink(const std::optional<Transmitter>& uplink,
                  const std::optional<Transmitter>& downlink, double uplinkHz);
 
@@ -39,6 +39,7 @@ class FrequencyColumn : public QWidget {
         double hz;         ///< 0: back to none
     };
 
+    double uplinkFrequency() const;
     QVBoxLayout* makeDownlink();
     QVBoxLayout* makeUplink();
     QWidget* makePassbandRow();

@@ -3,7 +3,9 @@
 #include <QGridLayout>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "core/pass_info.h"
 #include "core/satellite_preferences.h"
@@ -84,10 +86,36 @@ SatelliteDetailView::SatelliteDetailView(std::shared_ptr<AppState> state, Satell
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addWidget(makeHeader());
     column->addWidget(new Divider(Qt::Horizontal));
-    column->addWidget(makeSections(), 1);
+    makeContents();
     refresh();
+}
+
+void SatelliteDetailView::makeContents() {
+    epoch_ = nullptr;
+    shownPasses_.reset();
+    header_ = makeHeader();
+    sections_ = makeSections();
+    auto* column = static_cast<QVBoxLayout*>(layout());
+    column->insertWidget(0, header_);
+    column->addWidget(sections_, 1);
+}
+
+void SatelliteDetailView::followReload() {
+    const auto& all = state_->satellites.get();
+    const auto now = std::ranges::find_if(
+        all, [this](const SatellitePtr& body) { return body->id == satellite_->id; });
+    if (now == all.end() || *now == satellite_) return;
+    satellite_ = *now;
+    setWindowTitle(qText(satellite_->name));
+    const int scrolled = sections_->verticalScrollBar()->value();
+    delete header_;
+    delete sections_;
+    makeContents();
+    layout()->activate();
+    sections_->widget()->adjustSize();
+    sections_->verticalScrollBar()->setValue(scrolled);
+    findChild<QPushButton*>("closeDetail")->setFocus();
 }
 
 QWidget* SatelliteDetailView::makeHeader() {
@@ -124,7 +152,7 @@ QWidget* SatelliteDetailView::makeHeader() {
     return header;
 }
 
-QWidget* SatelliteDetailView::makeSections() {
+QScrollArea* SatelliteDetailView::makeSections() {
     auto* content = new QWidget;
     auto* sections = new QVBoxLayout(content);
     sections->setContentsMargins(kPadding, kPadding, kPadding, kPadding);
@@ -220,6 +248,7 @@ SatelliteDetailView::PassRow SatelliteDetailView::makePassRow(std::size_t number
 }
 
 void SatelliteDetailView::refresh() {
+    followReload();
     if (epoch_) {
         const TLEData& tle = *satellite_->tle;
         epoch_->setValue(tleEpochString(tle.epochYear, tle.epochDays, state_->now()));

@@ -7,6 +7,7 @@
 #include "ui/detail_sheet/detail_sheet_texts.h"
 #include "ui/sheet.h"
 
+class QScrollArea;
 class QVBoxLayout;
 
 namespace veloran {
@@ -24,7 +25,8 @@ class SatelliteDetailView : public Sheet {
     QSize sizeHint() const override { return {560, 720}; }
 
   public slots:
-    /// Takes what has changed of the satellite: the age of its elements, its channels and passes.
+    /// Takes what has changed of the satellite: the age of its elements, its channels and passes;
+    /// all of it when a load has put another object in its place.
     void refresh();
 
   private:
@@ -36,8 +38,10 @@ class SatelliteDetailView : public Sheet {
         ValueLabel* duration;
     };
 
+    void followReload();
+    void makeContents();
     QWidget* makeHeader();
-    QWidget* makeSections();
+    QScrollArea* makeSections();
     void addElements(QVBoxLayout& sections);
     void addLines(QVBoxLayout& sections);
     void addTransmitters(QVBoxLayout& sections);
@@ -48,6 +52,8 @@ class SatelliteDetailView : public Sheet {
 
     std::shared_ptr<AppState> state_;
     SatellitePtr satellite_;
+    QWidget* header_ = nullptr;
+    QScrollArea* sections_ = nullptr;
     SelectableValue* epoch_ = nullptr;  // only of a body with elements
     ValueLabel* transmittersTitle_ = nullptr;
     ValueLabel* noTransmitters_ = nullptr;

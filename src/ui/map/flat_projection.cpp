@@ -27,17 +27,6 @@ Span spanOf(const ScreenLine& shape) {
 /// A camera from another planet must not fill the view with copies.
 constexpr double kMostCopies = 16;
 
-/// The same points with longitudes that go on over the date line.
-GeoRing unwrapped(const GeoRing& points) {
-    GeoRing result = points;
-    for (std::size_t i = 1; i < result.size(); ++i) {
-        const double step = points[i].lon - points[i - 1].lon;
-        result[i].lon =
-            result[i - 1].lon + (std::abs(step) <= 180 ? step : std::remainder(step, 360));
-    }
-    return result;
-}
-
 }  // namespace
 
 FlatProjection::FlatProjection(const MapCamera& camera, QSizeF size)
@@ -101,19 +90,43 @@ std::vector<ScreenLine> FlatProjection::line(const GeoRing& points) const {
 std::vector<ScreenLine> FlatProjection::area(const GeoRing& ring) const {
     if (ring.size() < 3) return {};
     const GeoRing points = unwrapped(ring);
-    const double closing = std::remainder(points.front().lon - points.back().lon, 360);
-    const double turn = points.back().lon + closing - points.front().lon;
+    const double turn = turnOf(points);
     std::vector<ScreenLine> result;
     if (std::abs(turn) < 180) {
         appendCopies(place(points), result);
     } else {
-        result.push_back(polarArea(points, turn));
+        // Eastward has the north pole on the left.
+        const bool isNorthern = isLeftSideSmaller(unitVectors(points)) == (turn > 0);
+        result.push_back(polarArea(points, turn, isNorthern ? 90 : -90));
     }
     return result;
 }
 
+/// Each ring swaps inside and outside on its side away from the north pole.
+std::vector<ScreenLine> FlatProjection::region(const GroundRegion& region) const {
+    std::vector<ScreenLine> result;
+    if (region.holdsNorthPole) result.push_back(wholeWorld());
+    for (const GeoRing& ring : region.rings) {
+        if (ring.size() < 3) continue;
+        const GeoRing points = unwrapped(ring);
+        const double turn = turnOf(points);
+        if (std::abs(turn) < 180) {
+            appendCopies(place(points), result);
+        } else {
+            result.push_back(polarArea(points, turn, -90));
+        }
+    }
+    return result;
+}
+
+ScreenLine FlatProjection::wholeWorld() const {
+    const double left = -kEdgeMargin;
+    const double right = width_ + kEdgeMargin;
+    return {{left, yOf(90)}, {right, yOf(90)}, {right, yOf(-90)}, {left, yOf(-90)}};
+}
+
 /// One shape through all copies in view, so that no seam shows between them.
-ScreenLine FlatProjection::polarArea(const GeoRing& unwrapped, double turn) const {
+ScreenLine FlatProjection::polarArea(const GeoRing& unwrapped, double turn, double poleLat) const {
     const ScreenLine once = place(unwrapped);
     const Span x = spanOf<&Point::x>(once);
     const double step = turn * scale_;
@@ -126,11 +139,8 @@ ScreenLine FlatProjection::polarArea(const GeoRing& unwrapped, double turn) cons
         const double shift = (step > 0 ? copy : first + last - copy) * world;
         for (const Point& point : once) result.push_back({point.x + shift, point.y});
     }
-    // Eastward has the north pole on the left.
-    const bool isNorthern = isLeftSideSmaller(unitVectors(unwrapped)) == (turn > 0);
-    const double edge = yOf(isNorthern ? 90 : -90);
-    result.push_back({result.back().x, edge});
-    result.push_back({result.front().x, edge});
+    result.push_back({result.back().x, yOf(poleLat)});
+    result.push_back({result.front().x, yOf(poleLat)});
     return result;
 }
 

@@ -16,6 +16,7 @@ class FlatProjection final : public MapProjection {
     std::optional<GeoPoint> toGeo(scene::Point point) const override;
     std::vector<ScreenLine> line(const GeoRing& points) const override;
     std::vector<ScreenLine> area(const GeoRing& ring) const override;
+    std::vector<ScreenLine> region(const GroundRegion& region) const override;
 
     /// The y of a latitude; of the poles, the edges of the world.
     double yOf(double lat) const;
@@ -28,7 +29,9 @@ class FlatProjection final : public MapProjection {
     ScreenLine place(const GeoRing& unwrapped) const;
     /// Appends those copies of a shape that reach into the view.
     void appendCopies(const ScreenLine& shape, std::vector<ScreenLine>& out) const;
-    ScreenLine polarArea(const GeoRing& unwrapped, double turn) const;
+    /// Between a ring round a pole, in all copies, and the edge of the world at this pole.
+    ScreenLine polarArea(const GeoRing& unwrapped, double turn, double poleLat) const;
+    ScreenLine wholeWorld() const;
 
     GeoPoint center_;
     double width_, height_, scale_;

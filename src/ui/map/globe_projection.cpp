@@ -126,4 +126,10 @@ std::vector<ScreenLine> GlobeProjection::area(const GeoRing& ring) const {
     return place(visibleArea(inFrame(ring), limb()));
 }
 
+std::vector<ScreenLine> GlobeProjection::region(const GroundRegion& region) const {
+    std::vector<SphereLine> rings;
+    for (const GeoRing& ring : region.rings) rings.push_back(inFrame(ring));
+    return place(visibleRegion(rings, limb(), region.holdsNorthPole));
+}
+
 }  // namespace veloran

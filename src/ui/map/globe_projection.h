@@ -19,6 +19,7 @@ class GlobeProjection final : public MapProjection {
     std::optional<GeoPoint> toGeo(scene::Point point) const override;
     std::vector<ScreenLine> line(const GeoRing& points) const override;
     std::vector<ScreenLine> area(const GeoRing& ring) const override;
+    std::vector<ScreenLine> region(const GroundRegion& region) const override;
 
     // The globe is a disc in the middle of the view.
     scene::Point middle() const { return middle_; }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <numbers>
 #include <optional>
 
@@ -60,6 +61,11 @@ struct Run {
 
 double angleAboutAxis(const Vec3& point) {
     return std::atan2(point.y, point.x);
+}
+
+/// Counterclockwise about the axis from a to b, the shorter way.
+double angleAround(const Vec3& a, const Vec3& b) {
+    return std::atan2(a.x * b.y - a.y * b.x, a.x * b.x + a.y * b.y);
 }
 
 class LimbCutter {
@@ -146,10 +152,14 @@ double turnBetween(double from, double to) {
     return turn > 2 * kPi - kSameAngle ? 0 : turn;
 }
 
+/// The corners lie beyond the limb by so little that the edges touch it: much of the ground shows
+/// in the last hundredth of a pixel, and a chord would leave it out.
 void appendLimb(SphereLine& out, double from, double turn, double limb) {
-    const double radius = std::sqrt(1 - limb * limb);
-    const double steps = std::ceil(turn / kStep);
-    for (double i = 1; i < steps; ++i) {
+    constexpr double kLimbStep = kStep / 4;
+    if (!(turn > 0)) return;
+    const double steps = std::ceil(turn / kLimbStep);
+    const double radius = std::sqrt(1 - limb * limb) / std::cos(turn / steps / 2);
+    for (double i = 0; i <= steps; ++i) {
         const double angle = from + turn * (i / steps);
         out.push_back({radius * std::cos(angle), radius * std::sin(angle), limb});
     }
@@ -190,8 +200,45 @@ std::vector<SphereLine> joinedAlongLimb(const std::vector<Run>& runs, double lim
 SphereLine wholeDisc(double limb) {
     SphereLine disc;
     appendLimb(disc, 0, 2 * kPi, limb);
-    disc.push_back({std::sqrt(1 - limb * limb), 0, limb});
+    disc.pop_back();
     return disc;
+}
+
+/// What of a ring is before the limb, in whole pieces; the ring itself, closed, if all of it is.
+std::vector<Run> runsOf(SphereLine ring, double limb, bool& isWhole) {
+    LimbCutter cutter(limb);
+    const auto hidden = std::find_if_not(ring.begin(), ring.end(),
+                                         [&](const Vec3& p) { return cutter.isVisible(p); });
+    isWhole = hidden == ring.end();
+    if (!isWhole) std::rotate(ring.begin(), hidden, ring.end());
+    ring.push_back(ring.front());
+    cutter.begin(ring.front());
+    for (std::size_t i = 1; i < ring.size(); ++i) cutter.edge(ring[i - 1], ring[i]);
+    return cutter.takeRuns();
+}
+
+/// Whether the limb, which no ring crosses, lies on the left of the rings; unknown without one.
+/// Nothing lies between the limb and the corner that is nearest to it: the limb is beyond that
+/// corner, thus outside where the ring turns to the left there. In the angle about the axis and the
+/// height, the limb is a straight line.
+std::optional<bool> isLimbInside(const std::vector<SphereLine>& rings, double limb) {
+    double nearest = 2;
+    std::optional<bool> result;
+    for (const SphereLine& ring : rings) {
+        for (std::size_t i = 0; i < ring.size() && ring.size() >= 3; ++i) {
+            const Vec3& corner = ring[i];
+            if (std::abs(corner.z - limb) >= nearest) continue;
+            nearest = std::abs(corner.z - limb);
+            const Vec3& before = ring[(i + ring.size() - 1) % ring.size()];
+            const Vec3& after = ring[(i + 1) % ring.size()];
+            const double in = angleAround(before, corner);
+            const double out = angleAround(corner, after);
+            const double turn = in * (after.z - corner.z) - (corner.z - before.z) * out;
+            const bool goesLeftOfLimb = (in + out > 0) == (corner.z < limb);
+            result = turn == 0 ? goesLeftOfLimb : turn < 0;
+        }
+    }
+    return result;
 }
 
 /// Whether the axis stands in the side on the left, which is the smaller one.
@@ -216,25 +263,39 @@ std::vector<SphereLine> visibleLine(const SphereLine& points, double limb) {
 
 std::vector<SphereLine> visibleArea(SphereLine ring, double limb) {
     if (ring.size() < 3) return {};
-    LimbCutter cutter(limb);
-    const auto hidden = std::find_if_not(ring.begin(), ring.end(),
-                                         [&](const Vec3& p) { return cutter.isVisible(p); });
-    const bool isWhole = hidden == ring.end();
-    if (!isWhole) {
-        std::rotate(ring.begin(), hidden, ring.end());
-        if (!isLeftSideSmaller(ring)) std::reverse(ring.begin(), ring.end());
-        if (cutter.isVisible(ring.front()))
-            std::rotate(ring.rbegin(), ring.rbegin() + 1, ring.rend());
-    }
-    ring.push_back(ring.front());
-    cutter.begin(ring.front());
-    for (std::size_t i = 1; i < ring.size(); ++i) cutter.edge(ring[i - 1], ring[i]);
-    std::vector<Run> runs = cutter.takeRuns();
+    bool isWhole = false;
+    std::vector<Run> runs = runsOf(ring, limb, isWhole);
     if (isWhole) return {std::move(runs.front().points)};
+    if (!isLeftSideSmaller(ring)) {
+        std::reverse(ring.begin(), ring.end());
+        runs = runsOf(ring, limb, isWhole);
+    }
     if (!runs.empty()) return joinedAlongLimb(runs, limb);
-    ring.pop_back();
     if (isAxisInside(ring)) return {wholeDisc(limb)};
     return {};
+}
+
+std::vector<SphereLine> visibleRegion(const std::vector<SphereLine>& rings, double limb,
+                                      bool isAllWithoutRings) {
+    std::vector<SphereLine> result;
+    std::vector<Run> cut;
+    for (const SphereLine& ring : rings) {
+        if (ring.size() < 3) continue;
+        bool isWhole = false;
+        std::vector<Run> runs = runsOf(ring, limb, isWhole);
+        if (isWhole) {
+            result.push_back(std::move(runs.front().points));
+        } else {
+            std::move(runs.begin(), runs.end(), std::back_inserter(cut));
+        }
+    }
+    if (!cut.empty()) {
+        std::vector<SphereLine> joined = joinedAlongLimb(cut, limb);
+        std::move(joined.begin(), joined.end(), std::back_inserter(result));
+    } else if (isLimbInside(rings, limb).value_or(isAllWithoutRings)) {
+        result.push_back(wholeDisc(limb));
+    }
+    return result;
 }
 
 }  // namespace veloran

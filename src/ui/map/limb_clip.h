@@ -13,4 +13,9 @@ std::vector<SphereLine> visibleLine(const SphereLine& points, double limb);
 /// The visible parts of the smaller side of a ring, as rings closed along the limb.
 std::vector<SphereLine> visibleArea(SphereLine ring, double limb);
 
+/// The visible part of what lies on the left of rings that do not cross each other: to be filled
+/// as one shape by the even-odd rule. Without a ring that is the whole disc or nothing.
+std::vector<SphereLine> visibleRegion(const std::vector<SphereLine>& rings, double limb,
+                                      bool isAllWithoutRings);
+
 }  // namespace veloran

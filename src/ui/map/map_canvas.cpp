@@ -21,8 +21,8 @@ namespace {
 
 constexpr double kKeyZoom = 1.5;
 constexpr double kDoubleClickZoom = 2;
-constexpr double kKeyTurn = 15;        // degrees
-constexpr double kKeyPanShare = 0.15;  // of the view
+constexpr double kKeyTurn = 15;    // degrees
+constexpr double kKeyStep = 0.15;  // of the view
 
 scene::Point pointOf(const QPointF& point) {
     return {point.x(), point.y()};
@@ -138,9 +138,8 @@ void MapCanvas::resizeEvent(QResizeEvent*) {
     scene_.reset();
 }
 
-void MapCanvas::panBy(double right, double down) {
-    const scene::Point middle{width() / 2.0, height() / 2.0};
-    moveTo(pannedCamera(style_, camera(), size(), middle, {middle.x + right, middle.y + down}));
+void MapCanvas::stepBy(double right, double down) {
+    moveTo(steppedCamera(style_, camera(), size(), right, down));
 }
 
 void MapCanvas::zoomBy(double factor, scene::Point about) {
@@ -195,18 +194,16 @@ void MapCanvas::wheelEvent(QWheelEvent* event) {
 }
 
 void MapCanvas::keyPressEvent(QKeyEvent* event) {
-    const double across = kKeyPanShare * width();
-    const double up = kKeyPanShare * height();
     const scene::Point middle{width() / 2.0, height() / 2.0};
     switch (event->key()) {
         case Qt::Key_Left:
-            return panBy(across, 0);
+            return stepBy(-kKeyStep, 0);
         case Qt::Key_Right:
-            return panBy(-across, 0);
+            return stepBy(kKeyStep, 0);
         case Qt::Key_Up:
-            return panBy(0, up);
+            return stepBy(0, -kKeyStep);
         case Qt::Key_Down:
-            return panBy(0, -up);
+            return stepBy(0, kKeyStep);
         case Qt::Key_Plus:
         case Qt::Key_Equal:
             return zoomBy(kKeyZoom, middle);

@@ -74,7 +74,7 @@ class MapCanvas : public QWidget {
     void cameraMoved();
     void zoomBy(double factor, scene::Point about);
     void turnBy(double clockwiseDegrees);
-    void panBy(double right, double down);
+    void stepBy(double right, double down);
     bool nativeGesture(const QNativeGestureEvent& event);
     void pinched(const QPinchGesture& pinch);
     void markFocus(bool isMarked);

@@ -8,6 +8,7 @@
 #include "orbit/angles.h"
 #include "orbit/constants.h"
 #include "ui/map/flat_projection.h"
+#include "ui/map/globe_projection.h"
 #include "ui/map/map_projection.h"
 
 namespace veloran {
@@ -100,6 +101,12 @@ MapCamera movedFlat(const MapCamera& camera, double scale, double right, double 
     return moved;
 }
 
+/// Degrees of the ground that a share of the view is wide, in the middle of the globe.
+double groundStep(const MapCamera& camera, QSizeF size, double pixels) {
+    constexpr double kMost = 20;  // from far away: more would be lost from sight
+    return std::clamp(pixels / GlobeProjection(camera, size).pixelsPerDegree(), -kMost, kMost);
+}
+
 }  // namespace
 
 MapCamera pannedCamera(MapStyle style, const MapCamera& camera, QSizeF size, Point from, Point to) {
@@ -110,6 +117,32 @@ MapCamera pannedCamera(MapStyle style, const MapCamera& camera, QSizeF size, Poi
     const auto globe = makeProjection(style, camera, size);
     const GeoPoint ground = nearestGround(*globe, camera, size, from);
     return clampedCamera(style, turnedGlobe(style, camera, size, ground, to), size);
+}
+
+MapCamera steppedCamera(MapStyle style, const MapCamera& camera, QSizeF size, double right,
+                        double down) {
+    const Point middle = middleOf(size);
+    if (isFlat(style)) {
+        return pannedCamera(style, camera, size,
+                            {middle.x + right * size.width(), middle.y + down * size.height()},
+                            middle);
+    }
+    const QSizeF view = size.expandedTo(QSizeF(1, 1));
+    const double aside = groundStep(camera, view, right * view.width());
+    const double up = groundStep(camera, view, -down * view.height());
+    // The heading, in quarter turns, says what of the Earth is up.
+    const int quarters = static_cast<int>(std::lround(withinHalfTurn(camera.heading, 360) / 90));
+    const double turns[] = {1, 0, -1, 0};  // cosines of the quarters
+    const double cosine = turns[(quarters + 4) % 4];
+    const double sine = turns[(quarters + 3) % 4];
+    const double east = aside * cosine + up * sine;
+    const double north = up * cosine - aside * sine;
+    // As far on the ground at each latitude, but for the poles.
+    constexpr double kNarrowest = 0.2;
+    MapCamera moved = camera;
+    moved.center.lon += east / std::max(std::cos(camera.center.lat * deg2rad), kNarrowest);
+    moved.center.lat += north;
+    return clampedCamera(style, moved, size);
 }
 
 MapCamera zoomedAbout(MapStyle style, const MapCamera& camera, QSizeF size, Point pointer,

@@ -16,6 +16,12 @@ namespace veloran {
 MapCamera pannedCamera(MapStyle style, const MapCamera& camera, QSizeF size, scene::Point from,
                        scene::Point to);
 
+/// A step of the arrow keys, as shares of the view to the right and down. The flat map moves. The
+/// globe turns along a parallel or a meridian, whichever lies nearer to this direction in the view:
+/// the longitude changes or the latitude, never both.
+MapCamera steppedCamera(MapStyle style, const MapCamera& camera, QSizeF size, double right,
+                        double down);
+
 /// `factor` above 1 goes nearer. The ground below the pointer stays there.
 MapCamera zoomedAbout(MapStyle style, const MapCamera& camera, QSizeF size, scene::Point pointer,
                       double factor);

@@ -44,7 +44,7 @@ class Layers {
     }
 
     void coverage(const PassTrackCache& cache) {
-        areas(cache.coverageRings, cache.cachedCoverageFills, {kAmber, 0.18});
+        area(cache.cachedCoverage, {kAmber, 0.18});
         lines(cache.cachedCoverageArcs, {kAmber, 0.9, 1.5});
     }
 
@@ -56,10 +56,11 @@ class Layers {
     }
 
     void footprint(const SubSatellitePoint& point, const Paint& paint) {
-        const GeoRing ring = footprintPolygon(point);
-        if (ring.empty()) return;
-        areas({ring}, splitPolygonAtAntimeridian(ring), {paint, 0.08});
-        lines(splitPolygonArcsAtAntimeridian(ring), {paint, 0.9, 1.5, 3, 3});
+        const GroundRegion region = footprintRegion(point);
+        area(region, {paint, 0.08});
+        for (const GeoRing& ring : region.rings) {
+            lines(splitPolygonArcsAtAntimeridian(ring), {paint, 0.9, 1.5, 3, 3});
+        }
     }
 
     void satellite(const SubSatellitePoint& point, const std::string& name, const Paint& paint) {
@@ -67,16 +68,12 @@ class Layers {
     }
 
   private:
-    /// The flat map takes rings cut at the date line; the globe takes them whole, and so does the
-    /// flat map when one goes round a pole: the cut would leave that one open towards it.
-    void areas(const std::vector<GeoRing>& whole, const std::vector<GeoRing>& cut,
-               const scene::Fill& fill) {
-        const bool takesCut = isFlat(style_) && std::ranges::none_of(whole, isRoundPole);
-        for (const GeoRing& ring : takesCut ? cut : whole) area(ring, fill);
-    }
-    void area(const GeoRing& ring, const scene::Fill& fill) {
-        if (ring.size() >= 3 && std::ranges::all_of(ring, isOnEarth)) {
-            layers_.push_back(MapArea{ring, fill});
+    void area(const GroundRegion& region, const scene::Fill& fill) {
+        const auto isOutline = [](const GeoRing& ring) {
+            return ring.size() >= 3 && std::ranges::all_of(ring, isOnEarth);
+        };
+        if (!region.isEmpty() && std::ranges::all_of(region.rings, isOutline)) {
+            layers_.push_back(MapArea{region, fill});
         }
     }
     void lines(const std::vector<GeoRing>& list, const scene::Stroke& stroke) {

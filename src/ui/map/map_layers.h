@@ -15,7 +15,7 @@ namespace veloran {
 // What lies on the map, in places of the ground; the scene puts it into the view.
 
 struct MapArea {
-    GeoRing ring;
+    GroundRegion region;
     scene::Fill fill;
     bool operator==(const MapArea&) const = default;
 };

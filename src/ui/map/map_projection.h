@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "orbit/ground_geometry.h"
+#include "ui/map/ground_region.h"
 #include "ui/map/map_camera.h"
 #include "ui/scene/scene.h"
 
@@ -33,6 +34,8 @@ class MapProjection {
     /// date line, the limb, or round a pole. The inside is the side that is smaller on the sphere;
     /// on the flat map a ring that goes round no pole holds what it encloses.
     virtual std::vector<ScreenLine> area(const GeoRing& ring) const = 0;
+    /// The visible part of a region, to be filled as one shape by the even-odd rule.
+    virtual std::vector<ScreenLine> region(const GroundRegion& region) const = 0;
 
     static constexpr double kEdgeMargin = 80;
 };

@@ -46,9 +46,8 @@ class Projected {
     }
 
     void operator()(const MapArea& area) {
-        for (ScreenLine& part : projection_.area(area.ring)) {
-            scene_.push_back(scene::Polygon{std::move(part), area.fill});
-        }
+        std::vector<ScreenLine> rings = projection_.region(area.region);
+        if (!rings.empty()) scene_.push_back(scene::Region{std::move(rings), area.fill});
     }
     void operator()(const MapLine& line) {
         for (ScreenLine& piece : projection_.line(line.points)) {

@@ -3,54 +3,46 @@
 #include <algorithm>
 #include <cmath>
 
-#include "ui/map/coverage_pieces.h"
-
 namespace veloran {
 
 namespace {
 
-constexpr double kPolarLatitude = 75;  // degrees; beyond it a tube folds
-constexpr int kDiscSteps = 36;
-constexpr int kCapSteps = 24;
-
-/// The pass in at most `samples` steps of at least 5 seconds. None for a span that no search gives
-/// and that stepping would not get through.
-std::vector<SubSatellitePoint> sampled(const PassInfo& info, double samples) {
-    constexpr double kLeastStep = 5;
+/// A pass in steps. None for a span that no search gives and that stepping would not get through.
+bool canBeSampled(const PredictedPass& pass) {
     constexpr double kLongestPass = PassPredictor::maxSearchHours * 3600;
-    const double seconds = info.pass.setTime - info.pass.riseTime;
     constexpr double kFarthestTime = 1e12;  // where adding seconds still counts
-    if (!(seconds >= 0 && seconds <= kLongestPass) ||
-        !(std::abs(info.pass.riseTime.secondsSinceReference) < kFarthestTime)) {
-        return {};
-    }
-    return groundTrack(*info.satellite, info.pass.riseTime, info.pass.setTime,
-                       std::max(kLeastStep, seconds / samples));
+    const double seconds = pass.setTime - pass.riseTime;
+    return seconds >= 0 && seconds <= kLongestPass &&
+           std::abs(pass.riseTime.secondsSinceReference) < kFarthestTime;
+}
+
+std::vector<SubSatellitePoint> trackOf(const PassInfo& info) {
+    constexpr double kLeastStep = 5;
+    constexpr double kSteps = 200;
+    const auto& pass = info.pass;
+    return groundTrack(*info.satellite, pass.riseTime, pass.setTime,
+                       std::max(kLeastStep, (pass.setTime - pass.riseTime) / kSteps));
+}
+
+std::vector<SubSatellitePoint> coverageTrackOf(const PassInfo& info) {
+    constexpr int kSteps = 150;
+    return trackForCoverage([&info](Instant at) { return info.satellite->currentSubPoint(at); },
+                            info.pass.riseTime, info.pass.setTime, kSteps);
 }
 
 bool isPolar(const std::vector<SubSatellitePoint>& track) {
+    constexpr double kPolarLatitude = 75;  // degrees
     return std::ranges::any_of(
         track, [](const auto& point) { return std::abs(point.latitudeDeg) > kPolarLatitude; });
 }
 
-void append(std::vector<GeoRing>& list, const std::vector<GeoRing>& more) {
-    list.insert(list.end(), more.begin(), more.end());
-}
-
-void coverByDiscs(PassTrackCache& cache, const std::vector<SubSatellitePoint>& track) {
-    for (std::size_t i = 0; i < track.size(); i += 2) {
-        const GeoRing disc = footprintPolygon(track[i], kDiscSteps);
-        append(cache.cachedCoverageFills, splitPolygonAtAntimeridian(disc));
-        cache.coverageRings.push_back(disc);
+std::vector<GeoRing> outlineOf(const GroundRegion& region) {
+    std::vector<GeoRing> arcs;
+    for (const GeoRing& ring : region.rings) {
+        const auto cut = splitPolygonArcsAtAntimeridian(ring);
+        arcs.insert(arcs.end(), cut.begin(), cut.end());
     }
-}
-
-void coverByTube(PassTrackCache& cache, const std::vector<SubSatellitePoint>& track) {
-    const auto tube = coverageTube(track, kCapSteps);
-    if (!tube) return;
-    cache.cachedCoverageFills = splitPolygonAtAntimeridian(*tube);
-    cache.cachedCoverageArcs = splitPolygonArcsAtAntimeridian(*tube);
-    cache.coverageRings = coveragePieces(*tube, track);
+    return arcs;
 }
 
 }  // namespace
@@ -60,13 +52,11 @@ void PassTrackCache::recomputePassCache(const std::optional<PassInfo>& selectedP
     *this = {};
     if (!selectedPass) return;
     cachedTrackPassRise = selectedPass->pass.riseTime;
-    cachedTrack = sampled(*selectedPass, 200);
-    const auto track = sampled(*selectedPass, 150);
-    if (isPolar(track)) {
-        coverByDiscs(*this, track);
-    } else {
-        coverByTube(*this, track);
-    }
+    if (!canBeSampled(selectedPass->pass)) return;
+    cachedTrack = trackOf(*selectedPass);
+    const auto track = coverageTrackOf(*selectedPass);
+    cachedCoverage = sweptRegion(track);
+    if (!isPolar(track)) cachedCoverageArcs = outlineOf(cachedCoverage);
 }
 
 std::vector<GeoRing> splitAtAntimeridian(const std::vector<SubSatellitePoint>& points) {
@@ -94,14 +84,6 @@ std::vector<GeoRing> extendedTrackSegments(const Satellite& satellite, Instant n
     const double each = hoursEachSide * 3600;
     return splitAtAntimeridian(groundTrack(satellite, now - each, now + each,
                                            std::max(kLeastStep, 2 * each / kMostSteps)));
-}
-
-bool isRoundPole(const GeoRing& ring) {
-    bool odd = false;
-    for (std::size_t i = 0; i < ring.size(); ++i) {
-        if (std::abs(ring[(i + 1) % ring.size()].lon - ring[i].lon) > 180) odd = !odd;
-    }
-    return odd;
 }
 
 }  // namespace veloran

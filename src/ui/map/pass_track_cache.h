@@ -5,6 +5,7 @@
 
 #include "core/pass_info.h"
 #include "orbit/ground_geometry.h"
+#include "ui/map/ground_region.h"
 
 namespace veloran {
 
@@ -13,11 +14,10 @@ struct PassTrackCache {
     /// The key: a pass that rises at the same time as the cached one counts as the same.
     std::optional<Instant> cachedTrackPassRise;
     std::vector<SubSatellitePoint> cachedTrack;
-    /// Cut at the antimeridian, for a flat map: areas and the outline.
-    std::vector<GeoRing> cachedCoverageFills;
+    /// All places from where the body is above the horizon at some time of the pass.
+    GroundRegion cachedCoverage;
+    /// Its outline, cut at the antimeridian; none for a polar pass.
     std::vector<GeoRing> cachedCoverageArcs;
-    /// The same areas uncut, each smaller than a hemisphere.
-    std::vector<GeoRing> coverageRings;
 
     void recomputePassCache(const std::optional<PassInfo>& selectedPass);
 };
@@ -29,8 +29,5 @@ std::vector<GeoRing> passTrackSegments(const PassTrackCache& cache);
 /// The track from `now` - hours to `now` + hours, at most 400 steps of at least 15 seconds.
 std::vector<GeoRing> extendedTrackSegments(const Satellite& satellite, Instant now,
                                            double hoursEachSide);
-
-/// Whether a ring has a pole inside: its longitudes then go once round the Earth.
-bool isRoundPole(const GeoRing& ring);
 
 }  // namespace veloran

@@ -59,6 +59,12 @@ struct Polygon {
     Fill fill;
 };
 
+/// Rings, each closed by itself, filled together once: what lies within an odd number of them.
+struct Region {
+    std::vector<std::vector<Point>> rings;
+    Fill fill;
+};
+
 /// Which edge of a text lies at its point; always in the middle of its height.
 enum class Anchor { leading, center, trailing };
 
@@ -91,7 +97,7 @@ struct Icon {
     Paint paint;
 };
 
-using Shape = std::variant<Disc, Ring, Line, Polyline, Polygon, Text, Tag, Icon>;
+using Shape = std::variant<Disc, Ring, Line, Polyline, Polygon, Region, Text, Tag, Icon>;
 using Scene = std::vector<Shape>;
 
 }  // namespace veloran::scene

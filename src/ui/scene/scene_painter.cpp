@@ -1,6 +1,7 @@
 #include "ui/scene/scene_painter.h"
 
 #include <QFontMetricsF>
+#include <QPainterPath>
 #include <cmath>
 
 #include "ui/q_text.h"
@@ -79,6 +80,17 @@ void ScenePainter::operator()(const scene::Polyline& polyline) {
 void ScenePainter::operator()(const scene::Polygon& shape) {
     use(shape.fill);
     painter_.drawPolygon(polygon(shape.points), Qt::WindingFill);
+}
+
+void ScenePainter::operator()(const scene::Region& region) {
+    QPainterPath path;
+    path.setFillRule(Qt::OddEvenFill);
+    for (const auto& ring : region.rings) {
+        path.addPolygon(polygon(ring));
+        path.closeSubpath();
+    }
+    use(region.fill);
+    painter_.drawPath(path);
 }
 
 void ScenePainter::operator()(const scene::Text& text) {

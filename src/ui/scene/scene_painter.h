@@ -21,6 +21,7 @@ class ScenePainter {
     void operator()(const scene::Line& line);
     void operator()(const scene::Polyline& polyline);
     void operator()(const scene::Polygon& polygon);
+    void operator()(const scene::Region& region);
     void operator()(const scene::Text& text);
     void operator()(const scene::Tag& tag);
     void operator()(const scene::Icon& icon);

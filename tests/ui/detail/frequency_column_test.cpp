@@ -73,6 +73,45 @@ TEST_F(FrequencyColumnTest, AnotherUplinkShowsEvenWithoutAFrequency) {
     EXPECT_EQ(big("txFrequency"), "—");
 }
 
+TEST_F(FrequencyColumnTest, ChannelWithoutAnUplinkShowsThatItHasNone) {
+    const Transmitter down = channel("down", 145.8e6);
+    select(addSatellite("ISS", 25544, {passAt(start)}, {down}), down);
+    state->startTracking(state->selectedPass.get()->satellite, down);
+    state->updateTracking();
+    column.refresh();
+    EXPECT_TRUE(isShown(column, "noUplink"));
+    EXPECT_FALSE(isShown(column, "uplinkSection"));
+    EXPECT_FALSE(isShown(column, "titPlus100"));
+    state->stopTracking();
+    state->currentUplinkFreq = 435.1e6;  // left from a session before
+    column.refresh();
+    EXPECT_TRUE(isShown(column, "noUplink"));
+}
+
+TEST_F(FrequencyColumnTest, TransmitDopplerIsADashBeforeAndAfterTheSession) {
+    const Transmitter down = channel("down", 145.95e6);
+    const Transmitter up = channel("up", 435.31e6);
+    const auto satellite = addSatellite("FO-29", 24278, {passAt(start)}, {down, up});
+    select(satellite, down);
+    column.refresh();
+    EXPECT_EQ(textOf(column, "txDoppler"), "—");
+    EXPECT_EQ(textOf(column, "txAtSatellite"), "435.310000 MHz");
+    state->startTracking(satellite, down);
+    column.refresh();
+    EXPECT_EQ(textOf(column, "txDoppler"), "—") << "before the first tick";
+    state->currentUplinkFreq = 435.311e6;
+    column.refresh();
+    EXPECT_EQ(textOf(column, "txDoppler"), "+1000 Hz");
+    state->stopTracking();
+    column.refresh();
+    EXPECT_TRUE(isShown(column, "uplinkSection"));
+    EXPECT_EQ(big("txFrequency"), "435.311.000") << "where the radio was left";
+    EXPECT_EQ(textOf(column, "txDoppler"), "—");
+    select(satellite, down);
+    column.refresh();
+    EXPECT_EQ(textOf(column, "txDoppler"), "—");
+}
+
 TEST_F(FrequencyColumnTest, OffsetOfAnInvertingPairMovesItsEndsApart) {
     trackPair(true);
     EXPECT_EQ(textOf(column, "rxAtSatellite"), "145.950000 MHz");
@@ -219,7 +258,7 @@ TEST_F(FrequencyColumnTest, NothingIsCutOffInTheSmallestWindow) {
 
 TEST_F(FrequencyColumnTest, LongNumbersFitTheSmallestWindowToo) {
     trackPair(true);
-    state->currentUplinkFreq = 0;  // the whole frequency then counts as shift
+    state->currentUplinkFreq = 435026544;
     state->currentCorrectedFreq = 10489750123;
     state->currentPassbandOffset = -123456;
     state->currentDopplerShift = -123456;

@@ -175,6 +175,39 @@ TEST_F(SatelliteDetailViewTest, ManyChannelsAreRowsOfAModelAndScroll) {
     EXPECT_EQ(last.data(Qt::AccessibleTextRole).toString(), "Downlink, Voice, 435.000 MHz, FM");
 }
 
+TEST_F(SatelliteDetailViewTest, SatelliteThatALoadHasReplacedIsShownAnew) {
+    const auto before = addSatellite("AO-7", 7530, passes(1));
+    before->tle = elements();
+    open(before);
+    auto after = std::make_shared<Satellite>("AO-7 (OSCAR 7)", 7530);
+    after->transmitters = {channel("down", 145.95e6)};
+    after->tle = elements();
+    after->tle->inclination = 101.99;
+    after->tle->line1 = "1 07530 newer";
+    after->passes = std::make_shared<const PassList>(passes(3));
+    auto& area = child<QScrollArea>(*sheet, "detailSections");
+    area.verticalScrollBar()->setValue(60);
+    ASSERT_EQ(area.verticalScrollBar()->value(), 60);
+    state->satellites = std::vector<SatellitePtr>{after};
+    sheet->refresh();
+    EXPECT_EQ(textOf(*sheet, "detailName"), "AO-7 (OSCAR 7)");
+    EXPECT_EQ(sheet->windowTitle(), "AO-7 (OSCAR 7)");
+    EXPECT_EQ(child<SelectableValue>(*sheet, "Inclination").text(), "101.9900°");
+    EXPECT_EQ(child<SelectableValue>(*sheet, "Line 1").text(), "1 07530 newer");
+    EXPECT_EQ(textOf(*sheet, "transmittersTitle"), "TRANSMITTERS (1)");
+    EXPECT_EQ(textOf(*sheet, "passesTitle"), "UPCOMING PASSES (3)");
+    EXPECT_EQ(child<QScrollArea>(*sheet, "detailSections").verticalScrollBar()->value(), 60);
+    EXPECT_TRUE(child<QPushButton>(*sheet, "closeDetail").isDefault());
+    after->tle.reset();
+    auto without = std::make_shared<Satellite>("AO-7", 7530);
+    state->satellites = std::vector<SatellitePtr>{without};
+    sheet->refresh();
+    EXPECT_EQ(sheet->findChild<SelectableValue*>("Line 1"), nullptr);
+    state->satellites = std::vector<SatellitePtr>{};
+    sheet->refresh();
+    EXPECT_EQ(textOf(*sheet, "detailName"), "AO-7") << "what is gone is still told";
+}
+
 TEST_F(SatelliteDetailViewTest, EndlessTextsLeaveTheSheetItsWidth) {
     auto satellite = addSatellite(std::string(5000, 'N'), 1, {},
                                   {channel("down", 435e6, std::string(5000, 'M'))});

@@ -165,6 +165,13 @@ TEST_F(MapCanvasTest, KeysPanZoomAndTurn) {
     QTest::keyClick(&canvas, Qt::Key_Minus);
     EXPECT_NEAR(canvas.camera().distance, 20e6, 1);
     show(MapStyle::imagery);
+    const double latitude = canvas.camera().center.lat;
+    for (int i = 0; i < 9; ++i) QTest::keyClick(&canvas, Qt::Key_Right);
+    EXPECT_NEAR(canvas.camera().center.lat, latitude, 1e-9);
+    const double longitude = canvas.camera().center.lon;
+    QTest::keyClick(&canvas, Qt::Key_Up);
+    EXPECT_GT(canvas.camera().center.lat, latitude + 1);
+    EXPECT_NEAR(canvas.camera().center.lon, longitude, 1e-9);
     QTest::keyClick(&canvas, Qt::Key_BracketRight);
     EXPECT_NEAR(heading(), 345, 1e-9);
     QTest::keyClick(&canvas, Qt::Key_BracketLeft);

@@ -186,5 +186,71 @@ TEST(WheelZoom, ThreeNotchesOrSomePixelsDouble) {
     EXPECT_EQ(wheelZoomFactor({}, {0, 1000000}), 8);
 }
 
+TEST(SteppedCamera, FlatMapMovesByAShareOfTheView) {
+    const MapCamera right = steppedCamera(MapStyle::standard, flatCamera(), kSize, 0.15, 0);
+    expectSameGround(right.center,
+                     groundAt(MapStyle::standard, flatCamera(), {300 + 0.15 * 600, 200}));
+    const MapCamera down = steppedCamera(MapStyle::standard, flatCamera(), kSize, 0, 0.15);
+    expectSameGround(down.center,
+                     groundAt(MapStyle::standard, flatCamera(), {300, 200 + 0.15 * 400}));
+}
+
+TEST(SteppedCamera, GlobeTurnsAlongItsParallelOrItsMeridian) {
+    for (const double latitude : {-80.0, 0.0, 20.0, 60.0, 89.0}) {
+        MapCamera camera = globeCamera();
+        camera.center.lat = latitude;
+        MapCamera right = camera;
+        for (int i = 0; i < 9; ++i) {
+            const MapCamera before = right;
+            right = steppedCamera(MapStyle::imagery, right, kSize, 0.15, 0);
+            EXPECT_DOUBLE_EQ(right.center.lat, latitude);
+            const double turn = std::remainder(right.center.lon - before.center.lon, 360);
+            EXPECT_GT(turn, 3);
+            EXPECT_LE(turn, 100);
+        }
+        const MapCamera up = steppedCamera(MapStyle::imagery, camera, kSize, 0, -0.15);
+        EXPECT_DOUBLE_EQ(up.center.lon, -84);
+        EXPECT_GT(up.center.lat, latitude);
+        EXPECT_LE(up.center.lat, 90);
+        const MapCamera down = steppedCamera(MapStyle::imagery, camera, kSize, 0, 0.15);
+        EXPECT_DOUBLE_EQ(down.center.lon, -84);
+        EXPECT_LT(down.center.lat, latitude);
+    }
+}
+
+TEST(SteppedCamera, StepBackIsTheSameStep) {
+    const MapCamera there = steppedCamera(MapStyle::imagery, globeCamera(), kSize, 0.15, 0);
+    expectSameGround(steppedCamera(MapStyle::imagery, there, kSize, -0.15, 0).center,
+                     globeCamera().center);
+}
+
+TEST(SteppedCamera, NearTheGroundItIsAShareOfTheView) {
+    MapCamera near = globeCamera();
+    near.distance = 5e5;
+    const auto ground = groundAt(MapStyle::imagery, near, {300 + 0.15 * 600, 200});
+    const MapCamera stepped = steppedCamera(MapStyle::imagery, near, kSize, 0.15, 0);
+    ASSERT_TRUE(ground);
+    EXPECT_NEAR(stepped.center.lon, ground->lon, 0.05);
+}
+
+TEST(SteppedCamera, TurnedGlobeGoesTowardsTheKey) {
+    // What lies right of the middle, with this direction up.
+    struct Case {
+        double heading;
+        double east, north;
+    };
+    for (const Case& c :
+         {Case{30, 1, 0}, Case{100, 0, -1}, Case{180, -1, 0}, Case{265, 0, 1}, Case{330, 1, 0}}) {
+        const MapCamera from = globeCamera(c.heading);
+        const MapCamera to = steppedCamera(MapStyle::hybrid, from, kSize, 0.1, 0);
+        const double east = to.center.lon - from.center.lon;
+        const double north = to.center.lat - from.center.lat;
+        EXPECT_EQ(std::abs(east) < 1e-9, c.east == 0) << c.heading;
+        EXPECT_EQ(std::abs(north) < 1e-9, c.north == 0) << c.heading;
+        EXPECT_GE(east * c.east + north * c.north, 1) << c.heading;
+        EXPECT_EQ(to.heading, from.heading);
+    }
+}
+
 }  // namespace
 }  // namespace veloran

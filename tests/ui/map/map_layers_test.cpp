@@ -16,8 +16,7 @@ class MapLayersTest : public ::testing::Test {
     MapLayersTest() {
         content.home = homeSite({33.87, -84.34}, "Home");
         cache.cachedTrack = {{0, 10, 400}, {1, 20, 400}};
-        cache.cachedCoverageFills = {{{0, 0}, {10, 0}, {10, 10}}, {{20, 0}, {30, 0}, {30, 10}}};
-        cache.coverageRings = {{{0, 0}, {10, 0}, {30, 10}, {20, 0}}};
+        cache.cachedCoverage.rings = {{{0, 0}, {0, 10}, {10, 10}}, {{20, 0}, {20, 10}, {30, 10}}};
         cache.cachedCoverageArcs = {{{0, 0}, {10, 0}, {10, 10}}};
     }
 
@@ -116,27 +115,20 @@ TEST_F(MapLayersTest, SliderAtZeroShowsNoExtendedTrack) {
 TEST_F(MapLayersTest, BodyWithoutAnOrbitShowsTheCachedTrackOnly) {
     select(std::make_shared<Satellite>("X", 1));
     EXPECT_TRUE(all<MapSatellite>().empty());
-    EXPECT_EQ(all<MapArea>().size(), 2u) << "the coverage";
+    EXPECT_EQ(all<MapArea>().size(), 1u) << "the coverage";
     EXPECT_EQ(all<MapLine>().size(), 2u) << "its outline and the track";
 }
 
-TEST_F(MapLayersTest, FlatMapFillsTheCutCoverageAndTheGlobeTheWhole) {
+TEST_F(MapLayersTest, CoverageIsFilledOnceOnEveryMap) {
     select(std::make_shared<Satellite>("X", 1));
-    EXPECT_EQ(all<MapArea>()[1].ring, cache.cachedCoverageFills[1]);
-    for (const MapStyle style : {MapStyle::imagery, MapStyle::hybrid}) {
+    for (const MapStyle style : kMapStyles) {
         content.style = style;
-        ASSERT_EQ(all<MapArea>().size(), 1u);
-        EXPECT_EQ(all<MapArea>()[0].ring, cache.coverageRings[0]);
+        EXPECT_EQ(all<MapArea>(), std::vector{(MapArea{cache.cachedCoverage, {kAmber, 0.18}})});
     }
-}
-
-TEST_F(MapLayersTest, FlatMapFillsARingRoundThePoleWhole) {
-    select(std::make_shared<Satellite>("X", 1));
-    const GeoRing polar = footprintPolygon({85, 0, 800}, 36);
-    cache.coverageRings = {polar};
-    cache.cachedCoverageFills = splitPolygonAtAntimeridian(polar);
-    ASSERT_EQ(all<MapArea>().size(), 1u);
-    EXPECT_EQ(all<MapArea>()[0].ring, polar);
+    cache.cachedCoverage = {.rings = {}, .holdsNorthPole = true};
+    EXPECT_EQ(all<MapArea>().size(), 1u) << "all of the ground";
+    cache.cachedCoverage = {};
+    EXPECT_TRUE(all<MapArea>().empty());
 }
 
 TEST_F(MapLayersTest, TrackOverTheDateLineIsTwoLinesThatEndThere) {
@@ -156,9 +148,9 @@ TEST_F(MapLayersTest, TrackOverTheDateLineIsTwoLinesThatEndThere) {
 TEST_F(MapLayersTest, ShapeWithAPointThatIsNoneIsLeftOut) {
     select(std::make_shared<Satellite>("X", 1));
     cache.cachedTrack[1].latitudeDeg = std::nan("");
-    cache.cachedCoverageFills[0][1].lon = std::nan("");
+    cache.cachedCoverage.rings[1][1].lon = std::nan("");
     EXPECT_EQ(all<MapLine>().size(), 1u);
-    EXPECT_EQ(all<MapArea>().size(), 1u);
+    EXPECT_TRUE(all<MapArea>().empty());
 }
 
 TEST(CurrentSubSatellitePoint, NeedsAPassAndAnOrbit) {

@@ -28,6 +28,13 @@ class NorthernHalf final : public MapProjection {
         return {piece};
     }
     std::vector<ScreenLine> area(const GeoRing& ring) const override { return line(ring); }
+    std::vector<ScreenLine> region(const GroundRegion& region) const override {
+        std::vector<ScreenLine> rings;
+        for (const GeoRing& ring : region.rings) {
+            for (ScreenLine& piece : line(ring)) rings.push_back(std::move(piece));
+        }
+        return rings;
+    }
 };
 
 scene::Scene sceneOf(MapLayers layers) {
@@ -121,15 +128,22 @@ TEST(MapScene, WhatTheProjectionHidesIsNotDrawn) {
 }
 
 TEST(MapScene, AreasAndLinesKeepTheirOrderAndStyle) {
-    const auto scene = sceneOf({MapArea{{{0, 0}, {10, 0}, {10, 10}}, {Ink::red, 0.18}},
+    const GeoRing outer = {{0, 0}, {0, 10}, {10, 10}};
+    const GeoRing hole = {{1, 5}, {2, 6}, {1, 6}};
+    const auto scene = sceneOf({MapArea{{{outer, hole}}, {Ink::red, 0.18}},
                                 MapLine{{{1, 2}, {-3, 4}, {5, 6}}, {Ink::green, 0.9, 1.5, 3, 3}}});
     ASSERT_EQ(scene.size(), 2u);
-    const auto& polygon = std::get<scene::Polygon>(scene[0]);
-    EXPECT_EQ(polygon.fill, (scene::Fill{Ink::red, 0.18}));
-    EXPECT_EQ(polygon.points, (ScreenLine{{0, 0}, {0, -10}, {10, -10}}));
+    const auto& region = std::get<scene::Region>(scene[0]);
+    EXPECT_EQ(region.fill, (scene::Fill{Ink::red, 0.18}));
+    EXPECT_EQ(region.rings,
+              (std::vector<ScreenLine>{{{0, 0}, {10, 0}, {10, -10}}, {{5, -1}, {6, -2}, {6, -1}}}));
     const auto& line = std::get<scene::Polyline>(scene[1]);
     EXPECT_EQ(line.stroke, (scene::Stroke{Ink::green, 0.9, 1.5, 3, 3}));
     EXPECT_EQ(line.points, (ScreenLine{{2, -1}, {6, -5}}));
+}
+
+TEST(MapScene, AreaOutOfSightIsNotDrawn) {
+    EXPECT_TRUE(sceneOf({MapArea{{{{{-1, 0}, {-1, 9}, {-2, 9}}}}, {Ink::red}}}).empty());
 }
 
 }  // namespace

@@ -54,6 +54,18 @@ TEST(ScenePainter, RingLeavesItsInsideAndOpacityMixes) {
     EXPECT_NEAR(image.pixelColor(10, 2).red(), Theme::color(Ink::primary).red() / 2, 2);
 }
 
+TEST(ScenePainter, RegionIsFilledOnceWhereItsRingsAreOdd) {
+    const std::vector<scene::Point> outer = {{1, 1}, {19, 1}, {19, 19}, {1, 19}};
+    const std::vector<scene::Point> hole = {{6, 6}, {14, 6}, {14, 14}, {6, 14}};
+    const std::vector<scene::Point> beside = {{12, 2}, {18, 2}, {18, 18}, {12, 18}};
+    QImage image = painted({scene::Region{{outer, hole}, {Ink::primary, 0.5}}});
+    EXPECT_NEAR(image.pixelColor(3, 10).red(), Theme::color(Ink::primary).red() / 2, 2);
+    EXPECT_EQ(image.pixelColor(10, 10), QColor(Qt::black));
+    image = painted({scene::Region{{hole, beside}, {Ink::primary, 0.5}}});
+    EXPECT_EQ(image.pixelColor(13, 10), QColor(Qt::black)) << "whichever way the rings go";
+    EXPECT_NEAR(image.pixelColor(16, 10).red(), Theme::color(Ink::primary).red() / 2, 2);
+}
+
 TEST(ScenePainter, PlaceThatIsNoneIsLeftOut) {
     constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -65,6 +77,7 @@ TEST(ScenePainter, PlaceThatIsNoneIsLeftOut) {
         const QImage nothing =
             painted({scene::Disc{nowhere, 5, {Ink::red}}, scene::Ring{nowhere, 5, stroke},
                      scene::Line{{10, 10}, nowhere, stroke},
+                     scene::Region{{{{10, 10}, nowhere}}, {Ink::red}},
                      scene::Text{.at = nowhere, .text = "A", .fill = {Ink::primary}, .pixels = 10},
                      scene::Tag{nowhere, "A", 10, QFont::Bold, 2, 2, 2},
                      scene::Icon{nowhere, 10, Symbol::grid, Ink::primary}});
