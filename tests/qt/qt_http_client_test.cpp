@@ -259,8 +259,10 @@ TEST_F(QtHttpClientTest, AServerThatDripsForTooLongCountsAsFailed) {
 }
 
 TEST_F(QtHttpClientTest, AServerThatNeverAnswersHoldsUpNothing) {
-    client =
-        std::make_unique<QtHttpClient>(loop, 1e6);  // who waits for that server, waits for days
+    client = std::make_unique<QtHttpClient>(
+        loop, workers,
+        QtHttpOptions{.idleSeconds = 1e6,
+                      .wholeSeconds = 1e6});  // who waits for that server, waits for days
     int completed = 0;
     const auto count = [&](const HttpResult&) { ++completed; };
     client->get(server.url("/never"), count);
