@@ -167,7 +167,8 @@ CustomTLEStore::ImportResult CustomTLEStore::store(const std::vector<TLEData>& s
 
 void CustomTLEStore::remove(std::int64_t noradId) {
     auto stored = read();
-    if (!stored) return;
+    if (!stored && files_.exists(fileURL())) return;
+    if (!stored) stored.emplace();
     std::erase_if(*stored, [noradId](const auto& set) { return set.noradId == noradId; });
     save(*stored);
 }

@@ -26,6 +26,8 @@ class FileStore {
     virtual bool writeAtomically(const std::filesystem::path& path, std::string_view content) = 0;
     /// Removes a file. False when there was none or it could not be removed.
     virtual bool remove(const std::filesystem::path& path) = 0;
+    /// Whether anything stands there, be it readable or not.
+    virtual bool exists(const std::filesystem::path& path) const = 0;
     /// Renames what stands at `path`, be it a file or not, to "<name>.unreadable", in place of an
     /// earlier one.
     virtual PutAside putAside(const std::filesystem::path& path) = 0;

@@ -64,9 +64,14 @@ bool DiskFiles::remove(const std::filesystem::path& path) {
     return QFile::remove(nameOf(path));
 }
 
+bool DiskFiles::exists(const std::filesystem::path& path) const {
+    std::error_code ignored;
+    return std::filesystem::exists(path, ignored);
+}
+
 PutAside DiskFiles::putAside(const std::filesystem::path& path) {
+    if (!exists(path)) return PutAside::nothingThere;
     std::error_code error;
-    if (!std::filesystem::exists(path, error)) return PutAside::nothingThere;
     auto aside = path;
     aside += ".unreadable";
     std::filesystem::rename(path, aside, error);

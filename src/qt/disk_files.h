@@ -22,6 +22,7 @@ class DiskFiles final : public FileStore {
     /// Takes a file that there is from all but the user.
     void narrow(const std::filesystem::path& path);
     bool remove(const std::filesystem::path& path) override;
+    bool exists(const std::filesystem::path& path) const override;
     PutAside putAside(const std::filesystem::path& path) override;
     void removeDirectory(const std::filesystem::path& path) override;
 

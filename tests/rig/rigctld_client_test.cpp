@@ -496,7 +496,7 @@ TEST_F(RigctldClientTest, CheckingADeadConnectionReportsItsEnd) {
     server().failLatestSend();
     machine.loop.runPosted();
     EXPECT_FALSE(client->isConnected());
-    EXPECT_THAT(calls, ElementsAre("down", "unknown"));
+    EXPECT_THAT(calls, ElementsAre("unknown", "down"));
 }
 
 TEST_F(RigctldClientTest, CheckingIsLeftToTheUpdatesOfAnArmedSession) {

@@ -29,6 +29,7 @@ class DiskWithoutChannels final : public FileStore {
         return path.extension() != ".json" && files_.writeAtomically(path, content);
     }
     bool remove(const std::filesystem::path& path) override { return files_.remove(path); }
+    bool exists(const std::filesystem::path& path) const override { return files_.exists(path); }
     PutAside putAside(const std::filesystem::path& path) override { return files_.putAside(path); }
     void removeDirectory(const std::filesystem::path& path) override {
         files_.removeDirectory(path);

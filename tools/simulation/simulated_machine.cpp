@@ -166,6 +166,10 @@ bool MemoryFiles::remove(const std::filesystem::path& path) {
     return writable && files.erase(path) > 0;
 }
 
+bool MemoryFiles::exists(const std::filesystem::path& path) const {
+    return files.contains(path);
+}
+
 PutAside MemoryFiles::putAside(const std::filesystem::path& path) {
     const auto found = files.find(path);
     if (found == files.end()) return PutAside::nothingThere;

@@ -89,6 +89,7 @@ class MemoryFiles final : public FileStore {
     std::optional<std::string> read(const std::filesystem::path& path) const override;
     bool writeAtomically(const std::filesystem::path& path, std::string_view content) override;
     bool remove(const std::filesystem::path& path) override;
+    bool exists(const std::filesystem::path& path) const override;
     PutAside putAside(const std::filesystem::path& path) override;
     void removeDirectory(const std::filesystem::path& path) override;
     std::map<std::filesystem::path, std::string> files;
