@@ -263,6 +263,27 @@ TEST_F(Loading, RefreshIsNewerThanALoadBegunBeforeItsStampsWereGone) {
     EXPECT_FALSE(world.app->isLoadingTLEs);
 }
 
+TEST_F(Loading, LoadThatEndsWhileARefreshClearsItsStampsDoesNotEndTheRefresh) {
+    subscribeTo({"amateur"});
+    world.cacheGroup("amateur", ommGroup({{"OLD", 1}}));
+    world.start();
+    world.machine.http.answers[world.app->elements().celestrakURL("amateur")] = {
+        ommGroup({{"NEW", 2}}), 5};
+    world.app->loadData();
+    world.machine.workers.held = true;
+    world.app->refreshTLEs();
+    world.machine.workers.held = false;  // but for the task that clears the stamps
+    world.machine.loop.runPosted();
+    EXPECT_NE(world.body(1), nullptr);
+    world.machine.workers.release();
+    world.machine.loop.runPosted();
+    EXPECT_TRUE(world.app->isLoadingTLEs);
+    EXPECT_EQ(world.app->statusMessage.get(), "Fetching TLEs...");
+    world.machine.loop.advance(10);
+    EXPECT_FALSE(world.app->isLoadingTLEs);
+    EXPECT_NE(world.body(2), nullptr);
+}
+
 // ---- Old caches, before the downloads are done
 
 class OldCaches : public Loading {
