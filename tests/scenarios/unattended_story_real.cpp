@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <memory>
@@ -24,6 +25,7 @@ class UnattendedStory : public ::testing::Test {
         ASSERT_TRUE(bus.isUp()) << "dbus-daemon is missing";
         ASSERT_TRUE(desktop.isUp());
         desktop.useBus(bus.address());
+        QDir().mkpath(kPictures);
         portal = std::make_unique<test::FakePortal>(bus.connect("portal"));
         notifications = std::make_unique<test::FakeNotifications>(bus.connect("notifications"));
         tray = std::make_unique<test::FakeTray>(bus.connect("tray"));
@@ -38,8 +40,7 @@ class UnattendedStory : public ::testing::Test {
     std::unique_ptr<DrivenProgram> start() {
         return std::make_unique<DrivenProgram>(
             desktop, VELORAN_DRIVEN,
-            QStringList{home.path(), QString::fromStdString(services.server().base())},
-            VELORAN_BINARY_DIR "/story");
+            QStringList{home.path(), QString::fromStdString(services.server().base())}, kPictures);
     }
     void queueAPass(DrivenProgram& program) {
         ASSERT_TRUE(program.waitForText("status", "[0-9]+ passes in next 24h"));
@@ -60,6 +61,7 @@ class UnattendedStory : public ::testing::Test {
         return spinUntil([&] { return portal->held.isEmpty() != awake; });
     }
 
+    const QString kPictures = VELORAN_BINARY_DIR "/story";
     QTemporaryDir home;
     test::SampleServices services;
     test::PrivateBus bus;
