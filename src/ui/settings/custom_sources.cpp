@@ -75,12 +75,15 @@ QWidget* tabStopBefore(const QWidget& control) {
 CustomSources::CustomSources(std::shared_ptr<AppState> state) : state_(std::move(state)) {
     auto* column = makeColumnLayout(this, kSpacing);
     column->setContentsMargins(0, 2, 0, 4);
+    sources_ = state_->userSources().load();
     column->addWidget(makeRowsArea());
+    showRows();
     column->addWidget(makeLabel(tr("Add a custom URL source:"), 10));
     column->addWidget(makeAddRow());
     column->addWidget(refusal_->note());
     column->addWidget(makePresets());
-    readSources();
+    showSubscriptions();
+    enableButtons();
 }
 
 QWidget* CustomSources::makeRowsArea() {
@@ -195,7 +198,8 @@ void CustomSources::readSources() {
 }
 
 /// The focus of a row that goes moves to the one in its place. The old rows may be those whose
-/// button has just been pressed.
+/// button has just been pressed. The first rows are made before what stands below them, and so are
+/// in the order of Tab.
 void CustomSources::showRows() {
     const auto focused = std::ranges::find_if(
         rows_, [](const Row& row) { return row.area->isAncestorOf(QApplication::focusWidget()); });
@@ -205,10 +209,11 @@ void CustomSources::showRows() {
         row.area->hide();
         row.area->deleteLater();
     }
-    QWidget* before = tabStopBefore(*name_);
+    QWidget* before = name_ != nullptr ? tabStopBefore(*name_) : nullptr;
     for (const auto& source : sources_) {
         rows_.push_back(makeRow(source));
         column_->addWidget(rows_.back().area);
+        if (before == nullptr) continue;
         for (QWidget* control :
              {static_cast<QWidget*>(rows_.back().subscription->button()), rows_.back().remove}) {
             QWidget::setTabOrder(std::exchange(before, control), control);

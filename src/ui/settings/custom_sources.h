@@ -56,7 +56,7 @@ class CustomSources : public QWidget {
     std::vector<UserTLESource> sources_;
     QVBoxLayout* column_ = nullptr;  // of the rows
     std::vector<Row> rows_;          // as many as sources_
-    QLineEdit* name_;
+    QLineEdit* name_ = nullptr;
     QLineEdit* url_;
     QPushButton* add_;
     FieldMark* refusal_ = nullptr;

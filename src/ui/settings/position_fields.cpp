@@ -40,7 +40,7 @@ PositionFields::PositionFields(const PositionNames& names)
           tr("-180 to 180, such as 84.34 W"))),
       gridNote_(markUnread(
           *grid, [](std::string_view text) { return text.empty() || readLocator(text); },
-          tr("Such as EM73 or EM73tu"))) {
+          tr("Such as EM73tu"))) {
     for (QLineEdit* field : {latitude, longitude}) shareOut(*field);
     actOnReturn(*grid, [button = fromGrid] { button->click(); });
 }

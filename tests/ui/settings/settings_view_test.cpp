@@ -407,10 +407,10 @@ TEST_F(SettingsViewTest, FieldThatDoesNotReadSaysWhatItExpectsWhileItStands) {
          {std::tuple{"obsLatitude", "5 5", "5,5", "-90 to 90, such as 33.87 or 33.87 N"},
           {"obsLongitude", "84.34 N", "84.34 W", "-180 to 180, such as 84.34 W"},
           {"obsAltitude", "1,500", "1500", "Metres, such as 300"},
-          {"obsGrid", "__12", "EM73", "Such as EM73 or EM73tu"},
+          {"obsGrid", "__12", "EM73", "Such as EM73tu"},
           {"obs2Latitude", "-91", "-89", "-90 to 90, such as 33.87 or 33.87 N"},
           {"obs2Longitude", "", "0", "-180 to 180, such as 84.34 W"},
-          {"obs2Grid", "EM7", "", "Such as EM73 or EM73tu"},
+          {"obs2Grid", "EM7", "", "Such as EM73tu"},
           {"rigPort", "65536", " 4533 ", "0 to 65535"},
           {"dopplerRate", "fast", "2,5", "A number, such as 10"}}) {
         SCOPED_TRACE(name);

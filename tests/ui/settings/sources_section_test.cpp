@@ -299,5 +299,19 @@ TEST_F(SourcesSectionTest, TabGoesThroughTheRowsBeforeTheRowThatAdds) {
                                   "remove http://a/y", "newSourceName"}));
 }
 
+TEST_F(SourcesSectionTest, TabComesToStoredRowsFromTheirHeading) {
+    state->userSources().add({UniqueId::make().text(), "A", "http://a/x"});
+    sheet->reject();
+    dropOldRows();
+    open();
+    QStringList names;
+    const QWidget* heading = disclosure("customSources").findChild<QWidget*>("disclosureHeading");
+    for (const QWidget* w = heading; names.size() < 4; w = w->nextInFocusChain()) {
+        if (w->focusPolicy() & Qt::TabFocus) names << w->objectName();
+    }
+    EXPECT_EQ(names, (QStringList{"disclosureHeading", "source http://a/x", "remove http://a/x",
+                                  "newSourceName"}));
+}
+
 }  // namespace
 }  // namespace veloran::test
