@@ -222,7 +222,7 @@ void DrivenStory::queueTwoThatClash(DrivenProgram& program) {
 void DrivenStory::quit(DrivenProgram& program) {
     program.press("ctrl+q");
     ASSERT_TRUE(program.waitFor("quitQuestion"));
-    program.click("quitConfirm");
+    program.click("questionAct");
     EXPECT_EQ(program.ended(), 0);
 }
 

@@ -101,7 +101,7 @@ TEST_F(UnattendedStory, ClosedWithAQueueItGoesOnInTheTrayUntilItIsAskedToQuit) {
     ASSERT_TRUE(spinUntil([&] { return !tray->symbol().isEmpty(); }));
     ASSERT_TRUE(tray->choose("Quit"));
     ASSERT_TRUE(program->waitFor("quitQuestion"));
-    program->click("quitConfirm");
+    program->click("questionAct");
     EXPECT_EQ(program->ended(), 0);
     EXPECT_TRUE(isAwake(false)) << "and the machine may sleep";
 }
@@ -126,7 +126,7 @@ TEST_F(UnattendedStory, WithoutATrayASecondStartBringsTheWindowForward) {
     ASSERT_TRUE(program->waitForFocus("passList"));
     program->press("ctrl+q");
     ASSERT_TRUE(program->waitFor("quitQuestion"));
-    program->click("quitConfirm");
+    program->click("questionAct");
     EXPECT_EQ(program->ended(), 0);
 }
 

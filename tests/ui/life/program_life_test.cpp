@@ -174,7 +174,7 @@ TEST_F(ProgramLifeTest, TheTraysShowAndQuitDoWhatTheySay) {
     entry("trayQuit").trigger();
     ASSERT_EQ(questions().size(), 1);
     EXPECT_FALSE(window.isVisible()) << "the question stands by itself";
-    answer("quitConfirm");
+    answer("questionAct");
     EXPECT_EQ(ends, 1);
 }
 
@@ -220,7 +220,7 @@ TEST_F(ProgramLifeTest, QuittingWithAQueueAsksOnce) {
     EXPECT_TRUE(
         questions().front()->informativeText().startsWith("1 queued pass will not be tracked."));
     EXPECT_EQ(ends, 0);
-    answer("quitConfirm");
+    answer("questionAct");
     EXPECT_EQ(ends, 1);
     EXPECT_TRUE(questions().isEmpty());
 }
@@ -228,7 +228,7 @@ TEST_F(ProgramLifeTest, QuittingWithAQueueAsksOnce) {
 TEST_F(ProgramLifeTest, EveryOtherAnswerKeepsItRunning) {
     addPassIn(3600);
     pressQuit();
-    answer("quitKeep");
+    answer("questionKeep");
     pressQuit();
     QTest::keyClick(questions().front(), Qt::Key_Escape);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

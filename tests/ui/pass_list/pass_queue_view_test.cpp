@@ -169,7 +169,7 @@ TEST_F(PassQueueViewTest, MarkupInTheNameOfASatelliteIsNotObeyed) {
 
 TEST_F(PassQueueViewTest, ReplaceTakesTheIncomingPass) {
     raiseConflict();
-    child<QAbstractButton>(*alert(), "conflictReplace").click();
+    child<QAbstractButton>(*alert(), "questionAct").click();
     settle();
     EXPECT_FALSE(isQueued(first));
     EXPECT_TRUE(isQueued(second));
@@ -179,7 +179,7 @@ TEST_F(PassQueueViewTest, ReplaceTakesTheIncomingPass) {
 
 TEST_F(PassQueueViewTest, KeepExistingDropsTheIncomingPass) {
     raiseConflict();
-    child<QAbstractButton>(*alert(), "conflictKeep").click();
+    child<QAbstractButton>(*alert(), "questionKeep").click();
     settle();
     EXPECT_TRUE(isQueued(first));
     EXPECT_FALSE(isQueued(second));
