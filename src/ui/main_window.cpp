@@ -14,6 +14,7 @@
 #include "ui/settings/settings_view.h"
 #include "ui/state_refresher.h"
 #include "ui/symbol_icon.h"
+#include "ui/text_direction.h"
 
 namespace veloran {
 
@@ -32,6 +33,7 @@ MainWindow::MainWindow(std::shared_ptr<AppState> state, QWidget* parent)
     : QMainWindow(parent),
       state_(std::move(state)),
       refresher_(new StateRefresher(state_->objectWillChange, this)) {
+    new LeftToRight(this);
     setObjectName("mainWindow");
     setWindowTitle("Veloran");
     setWindowIcon(applicationIcon());
