@@ -184,6 +184,9 @@ class AppState : public std::enable_shared_from_this<AppState> {
     void refreshTransmittersFromSatNOGS();
 
     Instant now() const { return machine_.clock.now(); }
+    /// For what views show of the time.
+    const Clock& clock() const { return machine_.clock; }
+    MainLoop& loop() const { return machine_.loop; }
     const std::shared_ptr<RigctldClient>& rigClient() const { return rigClient_; }
     const TransmitterMap& transmitterDB() const { return transmitterDB_; }
     TLEManager& elements() { return elements_; }

@@ -61,7 +61,7 @@ ContentView::ContentView(std::shared_ptr<AppState> state, const StateRefresher& 
 void ContentView::keepSecondsBehindTicks() {
     if (!state_->isTracking) return;
     for (auto* timer : findChildren<SecondTimer*>()) {
-        if (timer->moveBehindTick(1000.0 / state_->dopplerUpdateHz)) return;
+        if (timer->moveBehindTick(1 / state_->dopplerUpdateHz)) return;
     }
 }
 
@@ -99,19 +99,17 @@ QWidget* ContentView::makeLeftPane(const StateRefresher& refresher) {
 
 QWidget* ContentView::makeRightPane(const StateRefresher& refresher) {
     auto* map = new SatelliteMapView(state_);
-    map->setMinimumHeight(200);
+    map->setMinimumSize(320, 200);
     auto* polarPlot = new PolarPlotView(state_);
     connect(&refresher, &StateRefresher::refresh, map, &SatelliteMapView::refresh);
     connect(&refresher, &StateRefresher::refresh, polarPlot, &PolarPlotView::refresh);
 
     auto* sky = new QWidget;
-    sky->setMinimumHeight(150);
     auto* padded = new QVBoxLayout(sky);
     padded->setContentsMargins(8, 8, 8, 8);
     padded->addWidget(polarPlot);
 
     auto* right = makeSplitter(Qt::Vertical, "rightPanes");
-    right->setMinimumWidth(320);
     right->addWidget(map);
     right->addWidget(sky);
     shareOut(*right, 400, 220);

@@ -90,6 +90,30 @@ TEST_F(MainWindowTest, SizesAreThoseOfTheDesign) {
     EXPECT_GE(window.findChild<PassListView*>()->height(), 120);
 }
 
+TEST_F(MainWindowTest, DiskHasTwoHundredPointsWhereverTheSplitsStand) {
+    showWindow();
+    auto& right = child<QSplitter>(window, "rightPanes");
+    auto& panes = child<QSplitter>(window, "panes");
+    for (const QSize size : {QSize(1050, 700), QSize(1200, 800), QSize(1050, 1000)}) {
+        window.resize(size + QSize(0, window.height() - window.centralWidget()->height()));
+        QTest::qWait(0);
+        for (const QList<int>& heights : {right.sizes(), QList<int>{1000, 1}}) {
+            for (const QList<int>& widths : {panes.sizes(), QList<int>{2000, 1}}) {
+                right.setSizes(heights);
+                panes.setSizes(widths);
+                QTest::qWait(0);
+                const QRect disk = placeOf("skyDisk");
+                EXPECT_GE(disk.width(), 200) << size.width() << " x " << size.height();
+                EXPECT_EQ(disk.height(), disk.width());
+                EXPECT_TRUE(window.rect().contains(disk));
+                EXPECT_GE(placeOf("satelliteMap").height(), 200);
+                EXPECT_GE(placeOf("timeline").width(), 300);
+            }
+        }
+    }
+    EXPECT_EQ(window.centralWidget()->minimumSize(), QSize(1050, 700));
+}
+
 TEST_F(MainWindowTest, NoTwoSpokenNamesAreEqual) {
     trackPair();
     showWindow();

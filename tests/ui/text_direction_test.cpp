@@ -49,7 +49,7 @@ TEST_F(RightToLeftTest, DesktopThatTurnsRoundTurnsNothing) {
     const int before = xOf(window, "rigEndpoint");
     QGuiApplication::setLayoutDirection(Qt::RightToLeft);
     ASSERT_TRUE(QTest::qWaitFor(
-        [] { return QGuiApplication::layoutDirection() == Qt::LeftToRight; }, kDeadline));
+        [] { return QGuiApplication::layoutDirection() == Qt::LeftToRight; }, kPatienceMs));
     QTest::qWait(0);
     EXPECT_EQ(xOf(window, "rigEndpoint"), before);
     EXPECT_EQ(child<QPushButton>(window, "ritMinus100").layoutDirection(), Qt::LeftToRight);

@@ -42,7 +42,6 @@ constexpr int kSearchWidth = 320;
 constexpr int kHeaderPixels = 11;
 constexpr int kNotePixels = 12;
 constexpr int kNoteMargin = 14;
-constexpr int kAgeSteps = 60000;  // milliseconds
 
 bool hasElements(const AppState& state) {
     return std::ranges::any_of(state.satellites.get(), [](const SatellitePtr& satellite) {
@@ -120,8 +119,8 @@ SatelliteBrowser::SatelliteBrowser(std::shared_ptr<AppState> state, QWidget* par
     connect(refresher_, &StateRefresher::refresh, this, [this] {
         if (isVisible()) refresh();
     });
-    connect(&everyMinute_, &QTimer::timeout, tree_, &BrowserTree::updateVisibleRows);
-    everyMinute_.start(kAgeSteps);
+    connect(&everyMinute_, &LoopTimer::timeout, tree_, &BrowserTree::updateVisibleRows);
+    everyMinute_.start();
     refreshAvailable();
     refreshTracked();
     search_->setFocus();

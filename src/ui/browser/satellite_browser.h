@@ -1,12 +1,12 @@
 #pragma once
 
 #include <QPointer>
-#include <QTimer>
 #include <QWidget>
 #include <memory>
 #include <vector>
 
 #include "core/app_state.h"
+#include "ui/loop_timer.h"
 
 class QLabel;
 
@@ -65,7 +65,7 @@ class SatelliteBrowser : public QWidget {
     BrowserTree* tree_ = nullptr;
     ValueLabel* trackedCount_ = nullptr;
     TextButton* clear_ = nullptr;
-    QTimer everyMinute_;
+    LoopTimer everyMinute_{state_->loop(), 60};
 };
 
 }  // namespace veloran

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QElapsedTimer>
 #include <QImage>
 #include <QPixmap>
 
+#include "platform/clock.h"
 #include "ui/map/map_camera.h"
 
 namespace veloran {
@@ -22,20 +22,20 @@ class KeptBaseMap {
 
     /// A frame of a moving picture may be coarser when whole ones take too long. The picture may be
     /// of another size than the view, to be stretched, if `mayStretch`.
-    const QPixmap& pixmap(const View& view, const QImage& earth, bool isMoving,
-                          bool mayStretch = false);
+    const QPixmap& pixmap(const View& view, const QImage& earth, bool isMoving, bool mayStretch,
+                          const Clock& clock);
     void invalidate() { kept_ = QPixmap(); }
     int drawings() const { return drawings_; }
 
   private:
-    static constexpr qint64 kSlowMilliseconds = 30;
+    static constexpr double kSlow = 0.03;  // seconds
 
     QPixmap kept_;
     View view_;
     bool isCoarse_ = false;
     int themeRevision_ = 0;
     int drawings_ = 0;
-    qint64 fullMilliseconds_ = 0;  // what the last one at full scale took
+    double fullSeconds_ = 0;  // what the last one at full scale took
 };
 
 }  // namespace veloran

@@ -23,6 +23,8 @@ constexpr double kKeyZoom = 1.5;
 constexpr double kDoubleClickZoom = 2;
 constexpr double kKeyTurn = 15;    // degrees
 constexpr double kKeyStep = 0.15;  // of the view
+constexpr double kFrame = 0.016;   // seconds between two frames of a motion
+constexpr double kSettled = 0.2;   // seconds after the last one
 
 scene::Point pointOf(const QPointF& point) {
     return {point.x(), point.y()};
@@ -30,17 +32,17 @@ scene::Point pointOf(const QPointF& point) {
 
 }  // namespace
 
-MapCanvas::MapCanvas(std::function<Instant()> now, QWidget* parent)
-    : QWidget(parent), now_(std::move(now)) {
+MapCanvas::MapCanvas(MainLoop& loop, const Clock& clock, QWidget* parent)
+    : QWidget(parent),
+      clock_(clock),
+      frames_(loop, kFrame),
+      settled_(loop, kSettled, LoopTimer::Kind::single),
+      pace_(*this, loop, clock) {
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
     grabGesture(Qt::PinchGesture);
-    frames_.setInterval(16);
-    frames_.setTimerType(Qt::PreciseTimer);
-    connect(&frames_, &QTimer::timeout, this, &MapCanvas::advanceMotion);
-    settled_.setInterval(200);
-    settled_.setSingleShot(true);
-    connect(&settled_, &QTimer::timeout, this, [this] { update(); });
+    connect(&frames_, &LoopTimer::timeout, this, &MapCanvas::advanceMotion);
+    connect(&settled_, &LoopTimer::timeout, this, [this] { update(); });
     connect(&earth_, &EarthPicture::loaded, this, [this] {
         base_.invalidate();
         update();
@@ -73,13 +75,13 @@ const scene::Scene& MapCanvas::scene() {
 
 void MapCanvas::easeTo(const MapCamera& goal) {
     drag_.reset();
-    motion_ = CameraMotion{.from = camera(), .to = goal, .start = now_()};
+    motion_ = CameraMotion{.from = camera(), .to = goal, .start = clock_.now()};
     frames_.start();
 }
 
 void MapCanvas::advanceMotion() {
     if (!motion_) return;
-    const Instant now = now_();
+    const Instant now = clock_.now();
     camera_ = motion_->at(now);
     if (motion_->isOver(now)) {
         motion_.reset();
@@ -127,7 +129,7 @@ void MapCanvas::drawWorld(QPainter& painter) {
     const int before = base_.drawings();
     const QPixmap& world = base_.pixmap(
         {.style = style_, .camera = camera(), .size = size(), .scale = devicePixelRatioF()},
-        earth_.image(), isMoving(), mayStretch);
+        earth_.image(), isMoving(), mayStretch, clock_);
     if (base_.drawings() != before) pace_.drawnAnew();
     painter.setRenderHint(QPainter::SmoothPixmapTransform, !mayStretch);
     painter.drawPixmap(rect(), world);

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <QTimer>
 #include <QWidget>
-#include <functional>
 #include <optional>
 
 #include "base/instant.h"
+#include "ui/loop_timer.h"
 #include "ui/map/camera_motion.h"
 #include "ui/map/earth_picture.h"
 #include "ui/map/kept_base_map.h"
@@ -23,7 +22,7 @@ namespace veloran {
 class MapCanvas : public QWidget {
     Q_OBJECT
   public:
-    explicit MapCanvas(std::function<Instant()> now, QWidget* parent = nullptr);
+    MapCanvas(MainLoop& loop, const Clock& clock, QWidget* parent = nullptr);
 
     void setMapStyle(MapStyle style);
     void setLayers(MapLayers layers);
@@ -79,7 +78,7 @@ class MapCanvas : public QWidget {
     void pinched(const QPinchGesture& pinch);
     void markFocus(bool isMarked);
 
-    std::function<Instant()> now_;
+    const Clock& clock_;
     MapStyle style_ = MapStyle::standard;
     MapCamera camera_ = {.center = {0, -84}};  // until the first fit
     std::optional<CameraMotion> motion_;
@@ -89,9 +88,9 @@ class MapCanvas : public QWidget {
     std::optional<scene::Scene> scene_;
     EarthPicture earth_;
     KeptBaseMap base_;
-    QTimer frames_;
-    QTimer settled_;
-    ResizePace pace_{*this};
+    LoopTimer frames_;
+    LoopTimer settled_;
+    ResizePace pace_;
     bool isFocusMarked_ = false;
 };
 

@@ -30,6 +30,13 @@ std::vector<SubSatellitePoint> coverageTrackOf(const PassInfo& info) {
                             info.pass.riseTime, info.pass.setTime, kSteps);
 }
 
+/// The same pass, and not one that a later search has seen farther to its end.
+bool isStillOf(const PassSpan& cached, const PassSpan& wanted) {
+    constexpr double kShift = 60;  // seconds: newer elements move the ends by less
+    return isSamePass(cached, wanted) && std::abs(wanted.riseTime - cached.riseTime) < kShift &&
+           std::abs(wanted.setTime - cached.setTime) < kShift;
+}
+
 bool isPolar(const std::vector<SubSatellitePoint>& track) {
     constexpr double kPolarLatitude = 75;  // degrees
     return std::ranges::any_of(
@@ -48,10 +55,13 @@ std::vector<GeoRing> outlineOf(const GroundRegion& region) {
 }  // namespace
 
 void PassTrackCache::recomputePassCache(const std::optional<PassInfo>& selectedPass) {
-    if (selectedPass && cachedTrackPassRise == selectedPass->pass.riseTime) return;
+    const auto wanted = selectedPass
+                            ? std::optional(spanOf(selectedPass->noradId(), selectedPass->pass))
+                            : std::nullopt;
+    if (wanted && cachedPass && isStillOf(*cachedPass, *wanted)) return;
     *this = {};
     if (!selectedPass) return;
-    cachedTrackPassRise = selectedPass->pass.riseTime;
+    cachedPass = wanted;
     if (!canBeSampled(selectedPass->pass)) return;
     cachedTrack = trackOf(*selectedPass);
     const auto track = coverageTrackOf(*selectedPass);

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "core/pass_info.h"
+#include "core/same_pass.h"
 #include "orbit/ground_geometry.h"
 #include "ui/map/ground_region.h"
 
@@ -11,8 +12,8 @@ namespace veloran {
 
 /// The ground track of the selected pass and what its footprint sweeps, computed once a pass.
 struct PassTrackCache {
-    /// The key: a pass that rises at the same time as the cached one counts as the same.
-    std::optional<Instant> cachedTrackPassRise;
+    /// The key: the same pass found anew, with slightly other times, is not computed again.
+    std::optional<PassSpan> cachedPass;
     std::vector<SubSatellitePoint> cachedTrack;
     /// All places from where the body is above the horizon at some time of the pass.
     GroundRegion cachedCoverage;

@@ -12,16 +12,16 @@ namespace veloran {
 SatelliteMapView::SatelliteMapView(std::shared_ptr<AppState> state, QWidget* parent)
     : QWidget(parent),
       state_(std::move(state)),
-      canvas_(new MapCanvas([this] { return state_->now(); }, this)),
+      canvas_(new MapCanvas(state_->loop(), state_->clock(), this)),
       controls_(new MapControls(state_->settings(), this)),
-      everySecond_(this) {
+      everySecond_(state_->loop(), state_->clock(), this) {
     canvas_->setObjectName("satelliteMap");
     canvas_->setAccessibleName(tr("Satellite map"));
     canvas_->setMapStyle(controls_->mapStyle());
     connect(canvas_, &MapCanvas::fitRequested, this, &SatelliteMapView::fitCameraToPass);
     connect(controls_, &MapControls::mapStyleChanged, this, &SatelliteMapView::changeStyle);
     connect(controls_, &MapControls::extendedTrackHoursChanged, this, &SatelliteMapView::tick);
-    connect(&everySecond_, &QTimer::timeout, this, &SatelliteMapView::tick);
+    connect(&everySecond_, &LoopTimer::timeout, this, &SatelliteMapView::tick);
     everySecond_.setObjectName("mapEverySecond");
     refresh();
     tick();

@@ -29,7 +29,7 @@ PassListView::PassListView(std::shared_ptr<AppState> state, QWidget* parent)
     rows_->setItemDelegate(new PassRowDelegate(*model_, rows_));
     connect(rows_, &PassRowsView::picked, this, &PassListView::select);
     connect(rows_, &PassRowsView::queueToggled, this, &PassListView::toggleQueue);
-    connect(&everySecond_, &QTimer::timeout, this, &PassListView::describeMoment);
+    connect(&everySecond_, &LoopTimer::timeout, this, &PassListView::describeMoment);
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);

@@ -49,7 +49,8 @@ class PassListView : public QWidget {
     ValueLabel* count_;
     ConflictAlert conflict_;
     QueueIds described_;             ///< the entries that the badge's help tells of
-    SecondTimer everySecond_{this};  ///< while the list is seen
+    /// While the list is seen.
+    SecondTimer everySecond_{state_->loop(), state_->clock(), this};
 };
 
 }  // namespace veloran

@@ -2,28 +2,25 @@
 
 namespace veloran {
 
-namespace {
-
-bool isRecent(const QElapsedTimer& since) {
-    return since.isValid() && since.elapsed() < ResizePace::kMilliseconds;
-}
-
-}  // namespace
-
-ResizePace::ResizePace(QWidget& widget) {
-    rest_.setInterval(kMilliseconds);
-    rest_.setSingleShot(true);
-    QObject::connect(&rest_, &QTimer::timeout, &widget, [&widget] { widget.update(); });
+ResizePace::ResizePace(QWidget& widget, MainLoop& loop, const Clock& clock)
+    : clock_(clock), rest_(loop, kSeconds, LoopTimer::Kind::single) {
+    QObject::connect(&rest_, &LoopTimer::timeout, &widget, [&widget] { widget.update(); });
 }
 
 void ResizePace::resized() {
-    changes_ = isRecent(sinceResized_) ? changes_ + 1 : 1;
-    sinceResized_.start();
+    changes_ = isRecent(resized_) ? changes_ + 1 : 1;
+    resized_ = clock_.now();
     rest_.start();
 }
 
 bool ResizePace::mayStretch() const {
-    return changes_ >= kDrag && rest_.isActive() && isRecent(sinceDrawn_);
+    return changes_ >= kDrag && rest_.isActive() && isRecent(drawn_);
+}
+
+bool ResizePace::isRecent(const std::optional<Instant>& time) const {
+    if (!time) return false;
+    const double ago = clock_.now() - *time;
+    return ago >= 0 && ago < kSeconds;
 }
 
 }  // namespace veloran

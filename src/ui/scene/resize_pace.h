@@ -1,8 +1,10 @@
 #pragma once
 
-#include <QElapsedTimer>
-#include <QTimer>
 #include <QWidget>
+#include <optional>
+
+#include "platform/clock.h"
+#include "ui/loop_timer.h"
 
 namespace veloran {
 
@@ -12,19 +14,22 @@ namespace veloran {
 class ResizePace {
   public:
     /// Updates `widget` when its size has come to rest.
-    explicit ResizePace(QWidget& widget);
+    ResizePace(QWidget& widget, MainLoop& loop, const Clock& clock);
 
     void resized();
-    void drawnAnew() { sinceDrawn_.start(); }
+    void drawnAnew() { drawn_ = clock_.now(); }
     bool mayStretch() const;
 
-    static constexpr int kMilliseconds = 150;  ///< until rest, and between two new drawings
-    static constexpr int kDrag = 5;            ///< so many changes in a row are a drag
+    static constexpr double kSeconds = 0.15;  ///< until rest, and between two new drawings
+    static constexpr int kDrag = 5;           ///< so many changes in a row are a drag
 
   private:
-    QElapsedTimer sinceResized_;
-    QElapsedTimer sinceDrawn_;
-    QTimer rest_;
+    bool isRecent(const std::optional<Instant>& time) const;
+
+    const Clock& clock_;
+    std::optional<Instant> resized_;
+    std::optional<Instant> drawn_;
+    LoopTimer rest_;
     int changes_ = 0;  // in a row
 };
 

@@ -9,19 +9,19 @@ namespace veloran {
 PolarPlotView::PolarPlotView(std::shared_ptr<AppState> state, QWidget* parent)
     : QWidget(parent),
       disk_(new DiskView(state, this)),
-      table_(new LookAngleTable(std::move(state), this)),
-      everySecond_(this) {
+      table_(new LookAngleTable(state, this)),
+      everySecond_(state->loop(), state->clock(), this) {
     setObjectName("polarPlot");
     connect(table_, &LookAngleTable::widestChanged, this, [this] {
         updateGeometry();
         arrange();
     });
     everySecond_.setObjectName("skyEverySecond");
-    connect(&everySecond_, &QTimer::timeout, this, &PolarPlotView::showSecond);
+    connect(&everySecond_, &LoopTimer::timeout, this, &PolarPlotView::showSecond);
 }
 
 QSize PolarPlotView::minimumSizeHint() const {
-    return leastSkyPlotSize(DiskView::kLeastSide,
+    return leastSkyPlotSize(SkyPlotLayout::kUsualDisk,
                             [this](int pixels) { return table_->measure(pixels); });
 }
 

@@ -44,8 +44,8 @@ SkyTrackView::SkyTrackView(std::shared_ptr<AppState> state, QWidget* parent)
       lowerDivider_(new Divider(Qt::Horizontal, this)),
       list_(new FavoritesList(state_, this)) {
     connect(list_, &FavoritesList::browserRequested, this, &SkyTrackView::browserRequested);
-    connect(&everyMinute_, &QTimer::timeout, list_, &FavoritesList::updateLooks);
-    everyMinute_.start(60000);
+    connect(&everyMinute_, &LoopTimer::timeout, list_, &FavoritesList::updateLooks);
+    everyMinute_.start();
     refresh();
 }
 

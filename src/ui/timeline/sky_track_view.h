@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QTimer>
 #include <QWidget>
 #include <memory>
 #include <vector>
 
 #include "core/app_state.h"
+#include "ui/loop_timer.h"
 #include "ui/symbol_icon.h"
 
 namespace veloran {
@@ -63,7 +63,7 @@ class SkyTrackView : public QWidget {
     TimelineCanvas* canvas_;
     Divider* lowerDivider_;
     FavoritesList* list_;
-    QTimer everyMinute_;
+    LoopTimer everyMinute_{state_->loop(), 60};
 };
 
 }  // namespace veloran

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/same_pass.h"
 #include "ui/commands.h"
 #include "ui/q_text.h"
 #include "ui/scene/scene_painter.h"
@@ -37,7 +38,7 @@ TimelineCanvas::TimelineCanvas(std::shared_ptr<AppState> state, QWidget* parent)
     setFocusPolicy(Qt::StrongFocus);
     grabGesture(Qt::PinchGesture);
     connect(wheelMonitor_, &WheelMonitor::scrolled, this, &TimelineCanvas::zoomByWheel);
-    connect(&everySecond_, &QTimer::timeout, this, &TimelineCanvas::updateNow);
+    connect(&everySecond_, &LoopTimer::timeout, this, &TimelineCanvas::updateNow);
     shown_ = shownByState();
     describe();
 }
@@ -312,11 +313,13 @@ std::optional<std::size_t> TimelineCanvas::firstMark(const std::vector<std::size
 
 std::optional<std::size_t> TimelineCanvas::markedRow() const {
     if (!marked_) return std::nullopt;
-    const PredictedPass& pass = marked_->pass();
-    const auto found = std::ranges::find_if(byElevation_, [&](const PassRow& row) {
-        return row.satellite->id == marked_->satellite->id && row.riseTime <= pass.setTime &&
-               row.setTime >= pass.riseTime;
-    });
+    const auto spanOfRow = [](const PassRow& row) {
+        return PassSpan{row.satellite->id, row.riseTime, row.setTime};
+    };
+    const auto found =
+        std::ranges::find_if(byElevation_, [&, marked = spanOfRow(*marked_)](const PassRow& row) {
+            return isSamePass(spanOfRow(row), marked);
+        });
     if (found == byElevation_.end()) return std::nullopt;
     return static_cast<std::size_t>(found - byElevation_.begin());
 }

@@ -91,14 +91,15 @@ class TimelineCanvas : public QWidget {
     ScenePixmap arches_;
     ScenePixmap scale_;
     int archDrawings_ = 0;
-    ResizePace pace_{*this};
+    ResizePace pace_{*this, state_->loop(), state_->clock()};
 
     DragGesture drag_;
     std::optional<Instant> dragStart_;  ///< the left edge when the present drag began
     PinchGesture pinch_;
     WheelSteps wheel_;
     WheelMonitor* wheelMonitor_;
-    SecondTimer everySecond_{this};  ///< while the canvas is seen
+    /// While the canvas is seen.
+    SecondTimer everySecond_{state_->loop(), state_->clock(), this};
 };
 
 }  // namespace veloran

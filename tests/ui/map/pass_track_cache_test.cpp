@@ -19,7 +19,7 @@ class PassTrackCacheTest : public ::testing::Test {
 
 TEST_F(PassTrackCacheTest, TrackGoesFromRiseToSetInTwoHundredSteps) {
     recompute(passOf(inclined, kMapStart, 2000));
-    EXPECT_EQ(cache.cachedTrackPassRise, kMapStart);
+    EXPECT_EQ(cache.cachedPass->riseTime, kMapStart);
     ASSERT_EQ(cache.cachedTrack.size(), 201u) << "10 s each, both ends";
     const auto second = inclined->currentSubPoint(kMapStart + 10);
     EXPECT_DOUBLE_EQ(cache.cachedTrack[1].longitudeDeg, second->longitudeDeg);
@@ -52,22 +52,36 @@ TEST_F(PassTrackCacheTest, AnotherRiseTimeRecomputes) {
     recompute(passOf(inclined, kMapStart, 600));
     const auto before = cache.cachedTrack;
     recompute(passOf(inclined, kMapStart + 6000, 700));
-    EXPECT_EQ(cache.cachedTrackPassRise, kMapStart + 6000);
+    EXPECT_EQ(cache.cachedPass->riseTime, kMapStart + 6000);
     EXPECT_NE(cache.cachedTrack.size(), before.size());
 }
 
-TEST_F(PassTrackCacheTest, SameRiseTimeOfAnotherSatelliteDoesNot) {
+TEST_F(PassTrackCacheTest, SamePassWithSlightlyOtherTimesDoesNot) {
     recompute(passOf(inclined, kMapStart, 600));
     const auto before = cache.cachedTrack;
-    recompute(passOf(polar, kMapStart, 600));
+    recompute(passOf(inclined, kMapStart + 3, 601));
+    EXPECT_EQ(cache.cachedPass->riseTime, kMapStart);
     ASSERT_EQ(cache.cachedTrack.size(), before.size());
     EXPECT_EQ(cache.cachedTrack[50].latitudeDeg, before[50].latitudeDeg);
+}
+
+TEST_F(PassTrackCacheTest, PassThatIsNowSeenToItsEndRecomputes) {
+    recompute(passOf(inclined, kMapStart, 300));
+    recompute(passOf(inclined, kMapStart, 600));
+    EXPECT_EQ(cache.cachedTrack.size(), 121u);
+}
+
+TEST_F(PassTrackCacheTest, AnotherSatelliteAtTheSameTimeRecomputes) {
+    recompute(passOf(inclined, kMapStart, 600));
+    recompute(passOf(polar, kMapStart, 600));
+    EXPECT_EQ(cache.cachedTrack[50].latitudeDeg,
+              polar->currentSubPoint(kMapStart + 250)->latitudeDeg);
 }
 
 TEST_F(PassTrackCacheTest, WithoutAPassNothingIsKept) {
     recompute(passOf(inclined, kMapStart, 600));
     cache.recomputePassCache(std::nullopt);
-    EXPECT_FALSE(cache.cachedTrackPassRise);
+    EXPECT_FALSE(cache.cachedPass);
     EXPECT_TRUE(cache.cachedTrack.empty());
     EXPECT_TRUE(cache.cachedCoverage.isEmpty());
     EXPECT_TRUE(cache.cachedCoverageArcs.empty());
@@ -75,7 +89,7 @@ TEST_F(PassTrackCacheTest, WithoutAPassNothingIsKept) {
 
 TEST_F(PassTrackCacheTest, BodyWithoutAnOrbitHasAnEmptyTrackUnderItsKey) {
     recompute(passOf(std::make_shared<Satellite>("X", 1), kMapStart, 600));
-    EXPECT_EQ(cache.cachedTrackPassRise, kMapStart);
+    EXPECT_EQ(cache.cachedPass->riseTime, kMapStart);
     EXPECT_TRUE(cache.cachedTrack.empty());
     EXPECT_TRUE(cache.cachedCoverage.isEmpty());
 }

@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QScrollBar>
-#include <QTimer>
 #include <algorithm>
 
 #include "../ui_fixture.h"
@@ -163,12 +162,13 @@ TEST_F(PassListViewTest, OnlyRowsThatLookDifferentAreDrawnAgain) {
 TEST_F(PassListViewTest, RowsFollowTheClockEverySecond) {
     QSignalSpy changed(rows().model(), &QAbstractItemModel::dataChanged);
     machine.loop.jumpClock(150);
-    ASSERT_TRUE(changed.wait()) << "the first pass has risen";
+    machine.loop.advance(1);
+    ASSERT_FALSE(changed.empty()) << "the first pass has risen";
     EXPECT_EQ(changed[0][0].toModelIndex().row(), 0);
 }
 
 TEST_F(PassListViewTest, ClockIsFollowedOnlyWhileTheListIsSeen) {
-    const QTimer* everySecond = view.findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
+    const auto* everySecond = view.findChild<SecondTimer*>(QString(), Qt::FindDirectChildrenOnly);
     ASSERT_NE(everySecond, nullptr);
     EXPECT_TRUE(everySecond->isActive());
     view.hide();

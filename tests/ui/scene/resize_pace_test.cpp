@@ -8,20 +8,15 @@ namespace {
 class ResizePaceTest : public ::testing::Test {
   protected:
     void drag() {
-        for (int i = 0; i < ResizePace::kDrag; ++i) pace.resized();
-    }
-    /// False only where these lines take longer than the pace each time.
-    bool stretchesInADrag() {
-        for (int i = 0; i < 100; ++i) {
-            pace.drawnAnew();
-            drag();
-            if (pace.mayStretch()) return true;
+        for (int i = 0; i < ResizePace::kDrag; ++i) {
+            loop.advance(0.01);
+            pace.resized();
         }
-        return false;
     }
 
+    SimulatedLoop loop{Instant{817000000.0}};
     QWidget widget;
-    ResizePace pace{widget};
+    ResizePace pace{widget, loop, loop};
 };
 
 TEST_F(ResizePaceTest, FewChangesOfSizeAreDrawnAnew) {
@@ -32,14 +27,22 @@ TEST_F(ResizePaceTest, FewChangesOfSizeAreDrawnAnew) {
     }
 }
 
+TEST_F(ResizePaceTest, ChangesFarApartAreNoDrag) {
+    for (int i = 0; i < 3 * ResizePace::kDrag; ++i) {
+        pace.drawnAnew();
+        pace.resized();
+        EXPECT_FALSE(pace.mayStretch());
+        loop.advance(ResizePace::kSeconds + 0.01);
+    }
+}
+
 TEST_F(ResizePaceTest, DragIsStretchedUntilTheSizeRests) {
-    ASSERT_TRUE(stretchesInADrag());
-    EXPECT_TRUE(QTest::qWaitFor(
-        [this] {
-            pace.drawnAnew();
-            return !pace.mayStretch();
-        },
-        30000));
+    pace.drawnAnew();
+    drag();
+    EXPECT_TRUE(pace.mayStretch());
+    loop.advance(ResizePace::kSeconds + 0.01);
+    pace.drawnAnew();
+    EXPECT_FALSE(pace.mayStretch());
 }
 
 TEST_F(ResizePaceTest, WhatWasNeverDrawnIsNotStretched) {
@@ -49,12 +52,17 @@ TEST_F(ResizePaceTest, WhatWasNeverDrawnIsNotStretched) {
 
 TEST_F(ResizePaceTest, StretchedPictureIsDrawnAnewNowAndThen) {
     pace.drawnAnew();
-    EXPECT_TRUE(QTest::qWaitFor(
-        [this] {
-            drag();
-            return !pace.mayStretch();
-        },
-        30000));
+    drag();
+    ASSERT_TRUE(pace.mayStretch());
+    for (int i = 0; i < 3; ++i) drag();
+    EXPECT_FALSE(pace.mayStretch()) << "0.15 s after the last drawing";
+}
+
+TEST_F(ResizePaceTest, ClockThatIsSetBackEndsAStretch) {
+    pace.drawnAnew();
+    drag();
+    loop.jumpClock(-3600);
+    EXPECT_FALSE(pace.mayStretch());
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ class DiskViewTest : public SkyFixture {
     void show() {
         view.resize(kSide, kSide);
         view.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&view, kPatienceMs));
         QTest::qWait(0);
         view.installEventFilter(&paints);
     }

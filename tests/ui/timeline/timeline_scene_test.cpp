@@ -338,6 +338,24 @@ TEST(Arches, SelectedAndHoveredAreTheirOwnPassOnly) {
         << "selected counts for more";
 }
 
+TEST(Arches, SelectedOneStaysSelectedWhenAComputationShiftsItsTimes) {
+    const auto body = bodyWith(1, {anHour(1), anHour(3)});
+    const PassInfo selected{
+        .satellite = body, .pass = (*body->passes)[1], .transmitter = std::nullopt};
+    PassList anew = *body->passes;
+    for (PredictedPass& pass : anew) {
+        pass.riseTime = pass.riseTime + 0.4;
+        pass.setTime = pass.setTime + 0.3;
+    }
+    // A load puts another object in the place of the body.
+    const auto rows = passesByElevation({bodyWith(1, anew)});
+    std::vector<double> opacities;
+    for (const auto& p : shapesOf<Polygon>(archesScene(kFrame, rows, selected))) {
+        opacities.push_back(p.fill.opacity);
+    }
+    EXPECT_EQ(opacities, (std::vector{0.18 + 0.28 * 0.5, 0.55}));
+}
+
 TEST(Arches, WhatLiesBeneathManyIsLeftOutUnlessItIsSelected) {
     PassList passes;
     for (int i = 0; i < 100; ++i) passes.push_back(anHour(1, 20 + i * 0.5));
