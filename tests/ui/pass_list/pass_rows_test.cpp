@@ -60,6 +60,7 @@ TEST_F(PassRowsTest, ComingPassIsPlainAndTheNextOneOrange) {
     const PassRowLook later = lookOf(rows()[0], false, false, start);
     EXPECT_EQ(later.background, std::nullopt);
     EXPECT_EQ(later.name, "A");
+    EXPECT_EQ(later.time, "01:27") << "it rises; it sets at 01:37";
     EXPECT_EQ(later.nameInk, (Tint{Ink::primary, 1}));
     EXPECT_EQ(later.timeInk, (Tint{Ink::secondary, 1}));
     EXPECT_EQ(later.relative, "in 1h 1m");
