@@ -32,7 +32,7 @@ class FrameTimerTest : public ::testing::Test {
         EXPECT_FALSE(timer->isRunning()) << "never shown";
         window.resize(100, 100);
         window.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window, test::kPatienceMs));
     }
 
     QWidget window;
@@ -58,7 +58,7 @@ TEST_F(FrameTimerTest, StandsWhileTheWindowIsHidden) {
     window.hide();
     EXPECT_FALSE(timer->isRunning());
     window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window, test::kPatienceMs));
     EXPECT_TRUE(timer->isRunning());
 }
 
@@ -66,7 +66,7 @@ TEST_F(FrameTimerTest, StandsWhileTheWindowIsMinimised) {
     window.showMinimized();
     EXPECT_FALSE(timer->isRunning());
     window.showNormal();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window, test::kPatienceMs));
     EXPECT_TRUE(timer->isRunning());
 }
 
@@ -76,7 +76,7 @@ TEST_F(FrameTimerTest, FollowsTheWidgetIntoAnotherWindow) {
     widget->show();
     EXPECT_FALSE(timer->isRunning());
     other.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&other));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&other, test::kPatienceMs));
     EXPECT_TRUE(timer->isRunning());
     window.hide();
     EXPECT_TRUE(timer->isRunning()) << "the window of before no longer counts";
