@@ -56,6 +56,22 @@ TEST_F(Tuning, ClearedCalibrationMayComeBackFromTheLegacyKey) {
     EXPECT_EQ(app().currentSatCalibration, 75);
 }
 
+TEST_F(Tuning, DownlinkTellsWhetherTheTransponderIsInverting) {
+    for (const bool inverting : {true, false}) {
+        SCOPED_TRACE(inverting);
+        satellite->transmitters = {channel(435.64e6, "down", "SSB"),
+                                   channel(145.965e6, "up", "SSB")};
+        satellite->transmitters[0].inverting = inverting;
+        satellite->transmitters[1].inverting = !inverting;
+        world.setRangeRates(0, 0);
+        app().startTracking(satellite, satellite->transmitters[0]);
+        app().bumpPassbandOffset(2000);
+        app().updateTracking();
+        EXPECT_EQ(app().currentCorrectedFreq, 435.642e6);
+        EXPECT_EQ(app().currentUplinkFreq, inverting ? 145.963e6 : 145.967e6);
+    }
+}
+
 TEST_F(Tuning, BumpsAddUpWithoutALimitAndAreNotStored) {
     const auto writes = world.machine.settings.writes;
     app().bumpRIT(-25);

@@ -35,6 +35,32 @@ TEST(FarBelow, WhatIsSureHolds) {
     EXPECT_GT(samplesSure, 1000U);
 }
 
+TEST(FarBelow, WhatIsSureHoldsWhileAnOrbitGrows) {
+    // A negative drag term raises the orbit by some hundred kilometres within the days of the span.
+    TLEData tle = test::lowOrbit();
+    tle.bstar = -1.2e-2;
+    const auto satrec = test::satrecOf(tle);
+    const Instant start = test::sampleEpoch() + 6 * 86400.0;
+    const Instant end = start + 86400.0;
+    const auto axis = [&](Instant t) {
+        const double shrinking = satrec->cc1 * minutesSinceEpoch(*satrec, t);
+        return satrec->ao * (1 - shrinking) * (1 - shrinking);
+    };
+    ASSERT_GT(axis(start), 1.02 * satrec->ao);
+    std::size_t samplesSure = 0;
+    for (double lat = -60; lat <= 60; lat += 20) {
+        const auto heights = satelliteSky(satrec, lat, 0, 0).heightsBetween(start, end);
+        for (Instant t = start; t < end; t = t + 600.0) {
+            const Instant until = std::min(heights->exactly(t).farBelowUntil, end);
+            for (Instant sure = t; sure < until; sure = sure + 10.0) {
+                ++samplesSure;
+                ASSERT_LT(lookAngles(*satrec, sure, lat, 0, 0)->elevation, -10.0);
+            }
+        }
+    }
+    EXPECT_GT(samplesSure, 1000U);
+}
+
 TEST(FarBelow, NothingIsSureOfOrbitsItDoesNotKnow) {
     const GroundObserver observer(50, 10, 0);
     const Instant start = test::sampleEpoch();

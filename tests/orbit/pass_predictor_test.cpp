@@ -153,6 +153,24 @@ TEST(PassPredictor, PassUnderThirtySecondsIsDropped) {
     EXPECT_EQ(passes[0].trackPoints.size(), 21U);
 }
 
+TEST(PassPredictor, PassOfExactlyThirtySecondsCounts) {
+    const auto passes = passesOf(body(window(600.0, 630.0)));
+    ASSERT_EQ(passes.size(), 1U);
+    EXPECT_EQ(passes[0].duration, 30.0);
+}
+
+TEST(PassPredictor, AzimuthsAreThoseOfRisePeakAndSet) {
+    const auto passes = passesOf([](Instant at) -> std::optional<TopocentricResult> {
+        const double s = at - kStart;
+        return TopocentricResult{s / 10.0, 40.0 - std::pow((s - 1503.0) / 50.0, 2), 1000.0, 0.0};
+    });
+    ASSERT_EQ(passes.size(), 1U);
+    const double half = 50.0 * std::sqrt(40.0);  // from the peak to the horizon, s
+    EXPECT_NEAR(passes[0].riseAzimuth, (1503.0 - half) / 10.0, 1e-5);
+    EXPECT_NEAR(passes[0].peakAzimuth, 150.3, 0.02);
+    EXPECT_NEAR(passes[0].setAzimuth, (1503.0 + half) / 10.0, 1e-5);
+}
+
 TEST(PassPredictor, MinimumElevationIsOfTheHighestSample) {
     const auto graze = body([](double s) { return 1.9 - std::pow((s - 3600.0) / 100.0, 2); });
     EXPECT_TRUE(passesOf(graze, 24.0, 2.0).empty());

@@ -9,11 +9,13 @@
 
 #include "any_orbit.h"
 #include "orbit/pass_predictor.h"
+#include "same_pass.h"
 
 namespace veloran {
 namespace {
 
 using test::Random;
+using test::same;
 
 /// The search over every sample, with look angles alone.
 PassPredictor plainPredictor(const std::shared_ptr<const SatRec>& satrec, double lat, double lon,
@@ -21,24 +23,6 @@ PassPredictor plainPredictor(const std::shared_ptr<const SatRec>& satrec, double
     return PassPredictor(
         [=](Instant at) { return lookAngles(*satrec, at, lat, lon, metres / 1000.0); }, lat, lon,
         metres);
-}
-
-bool same(double a, double b) {
-    return a == b || (a != a && b != b);
-}
-
-bool same(const PassPoint& a, const PassPoint& b) {
-    return a.date == b.date && same(a.azimuth, b.azimuth) && same(a.elevation, b.elevation) &&
-           same(a.range, b.range) && same(a.rangeRate, b.rangeRate);
-}
-
-bool same(const PredictedPass& a, const PredictedPass& b) {
-    return a.riseTime == b.riseTime && a.peakTime == b.peakTime && a.setTime == b.setTime &&
-           same(a.maxElevation, b.maxElevation) && same(a.riseAzimuth, b.riseAzimuth) &&
-           same(a.setAzimuth, b.setAzimuth) && same(a.peakAzimuth, b.peakAzimuth) &&
-           same(a.duration, b.duration) &&
-           std::equal(a.trackPoints.begin(), a.trackPoints.end(), b.trackPoints.begin(),
-                      b.trackPoints.end(), [](const auto& p, const auto& q) { return same(p, q); });
 }
 
 struct SearchCase {

@@ -98,6 +98,8 @@ TEST(TransponderPair, ASuffixAloneHasNoName) {
 TEST(TransponderPair, TheSuffixHasToStandAtTheEnd) {
     EXPECT_THAT(choices({named("down", "A (DL). "), named("up", "A (UL)")}), ElementsAre("0", "1"));
     EXPECT_THAT(choices({named("down", "A (DL)\n"), named("up", "A (UL)")}), ElementsAre("0", "1"));
+    EXPECT_THAT(choices({named("down", "A (DL)."), named("up", "A (UL).")}), ElementsAre("0", "1"));
+    EXPECT_THAT(choices({named("down", "(DL) A"), named("up", "(UL) A")}), ElementsAre("0", "1"));
 }
 
 TEST(TransponderPair, NamesPairAcrossModes) {

@@ -110,6 +110,11 @@ void SimulatedWorkers::release() {
     for (auto& task : std::exchange(waiting_, {})) loop_.post(std::move(task));
 }
 
+std::vector<MainLoop::Task> SimulatedWorkers::takeHeld() {
+    const auto taken = std::exchange(waiting_, {});
+    return {taken.begin(), taken.end()};
+}
+
 // ---- MemorySettings
 
 std::optional<SettingValue> MemorySettings::value(std::string_view key) const {

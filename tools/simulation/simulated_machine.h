@@ -55,6 +55,8 @@ class SimulatedWorkers final : public WorkerPool {
     /// Holds tasks back until released, to look at the time between.
     bool held = false;
     void release();
+    /// Takes out what is held, to post it in another order.
+    std::vector<MainLoop::Task> takeHeld();
 
   private:
     MainLoop& loop_;
