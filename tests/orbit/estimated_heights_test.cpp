@@ -132,7 +132,11 @@ TEST(EstimatedHeights, FlatTops) {
 
 TEST(EstimatedHeights, TopsNextToTheMinimum) {
     for (const double above : {1e-7, 1e-4, 1e-2}) {
-        expectTheSame({hills(20.0 + above, 100.0), 20.0 - above}, 5);
+        const auto cutAt = [](double height) {
+            return [=, hill = hills(30.0, 100.0)](double s) { return std::min(hill(s), height); };
+        };
+        expectTheSame({cutAt(20.0 + above), 20.0}, 5);
+        expectTheSame({cutAt(20.0 - above), 20.0}, 0);
         expectTheSame({[above](double s) { return s < 7200.0 ? 2.0 + above : -5.0; }, 2.0}, 1);
         expectTheSame({[above](double s) { return s < 7200.0 ? 2.0 - above : -5.0; }, 2.0}, 0);
     }

@@ -36,9 +36,9 @@ TEST(FarBelow, WhatIsSureHolds) {
 }
 
 TEST(FarBelow, WhatIsSureHoldsWhileAnOrbitGrows) {
-    // A negative drag term raises the orbit by some hundred kilometres within the days of the span.
+    // A negative drag term raises the orbit within a week.
     TLEData tle = test::lowOrbit();
-    tle.bstar = -1.2e-2;
+    tle.bstar = -0.03;
     const auto satrec = test::satrecOf(tle);
     const Instant start = test::sampleEpoch() + 6 * 86400.0;
     const Instant end = start + 86400.0;
@@ -46,7 +46,7 @@ TEST(FarBelow, WhatIsSureHoldsWhileAnOrbitGrows) {
         const double shrinking = satrec->cc1 * minutesSinceEpoch(*satrec, t);
         return satrec->ao * (1 - shrinking) * (1 - shrinking);
     };
-    ASSERT_GT(axis(start), 1.02 * satrec->ao);
+    ASSERT_GT(axis(start), 1.008 * satrec->ao);
     std::size_t samplesSure = 0;
     for (double lat = -60; lat <= 60; lat += 20) {
         const auto heights = satelliteSky(satrec, lat, 0, 0).heightsBetween(start, end);

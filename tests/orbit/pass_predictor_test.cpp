@@ -162,10 +162,10 @@ TEST(PassPredictor, PassOfExactlyThirtySecondsCounts) {
 TEST(PassPredictor, AzimuthsAreThoseOfRisePeakAndSet) {
     const auto passes = passesOf([](Instant at) -> std::optional<TopocentricResult> {
         const double s = at - kStart;
-        return TopocentricResult{s / 10.0, 40.0 - std::pow((s - 1503.0) / 50.0, 2), 1000.0, 0.0};
+        return TopocentricResult{s / 10.0, 40.0 - std::pow((s - 1503.0) / 100.0, 2), 1000.0, 0.0};
     });
     ASSERT_EQ(passes.size(), 1U);
-    const double half = 50.0 * std::sqrt(40.0);  // from the peak to the horizon, s
+    const double half = 100.0 * std::sqrt(40.0);  // from the peak to the horizon, s
     EXPECT_NEAR(passes[0].riseAzimuth, (1503.0 - half) / 10.0, 1e-5);
     EXPECT_NEAR(passes[0].peakAzimuth, 150.3, 0.02);
     EXPECT_NEAR(passes[0].setAzimuth, (1503.0 + half) / 10.0, 1e-5);
