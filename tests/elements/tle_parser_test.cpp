@@ -60,6 +60,14 @@ TEST(TLEParserParse, TwoLinesWithoutANameAreUnknown) {
     EXPECT_EQ(sets[0].source, "");
 }
 
+TEST(TLEParserParse, SetsWithoutANameMayFollowEachOther) {
+    const auto sets = TLEParser::parse(kBlock + "\n" + kBlock + "\nISS\n" + kBlock + "\n" + kBlock);
+    ASSERT_EQ(sets.size(), 4u);
+    EXPECT_EQ(sets[1].name, "Unknown");
+    EXPECT_EQ(sets[2].name, "ISS");
+    EXPECT_EQ(sets[3].name, "Unknown");
+}
+
 TEST(TLEParserParse, ANameBeforeADoubledLine1IsSkipped) {
     const auto sets = TLEParser::parse("ISS\n" + std::string(kLine1) + "\n" + kBlock);
     ASSERT_EQ(sets.size(), 1u);
