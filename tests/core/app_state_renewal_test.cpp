@@ -227,6 +227,24 @@ TEST_F(Renewed, OpenQuestionGoesAlong) {
     EXPECT_EQ(app().queuedPassIds.get(), QueueIds{asked.incoming.id});
 }
 
+TEST_F(Renewed, OpenQuestionAboutAPassThatMovesGoesAlong) {
+    app().toggleSatellite(world.body(27607));
+    world.machine.loop.runPosted();
+    const auto& other = world.body(27607)->passes->front();
+    app().togglePassQueued(world.body(27607), other);
+    const PassConflict asked{makePassRef(27607, "SO-50", other), makePassRef(kBody, "RS-44", pass)};
+    app().pendingPassConflict = asked;
+    reload(kAnomaly + 0.5);
+    const auto& conflict = app().pendingPassConflict.get();
+    ASSERT_TRUE(conflict);
+    EXPECT_EQ(conflict->existing, asked.existing);
+    EXPECT_NE(conflict->incoming.id, asked.incoming.id);
+    EXPECT_EQ(conflict->incoming.id, passQueueId(kBody, conflict->incoming.riseTime));
+    EXPECT_NEAR(conflict->incoming.riseTime - asked.incoming.riseTime, 0, 60);
+    app().resolveConflictReplace(*conflict);
+    EXPECT_EQ(app().queueEntries().at(0).state, QueueEntryState::waiting);
+}
+
 TEST_F(Renewed, LateListOfAnEarlierCatalogueMovesNoEntry) {
     queuePass();
     world.machine.workers.held = true;

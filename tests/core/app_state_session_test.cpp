@@ -212,6 +212,7 @@ TEST_F(Session, StopKeepsChannelCalibrationFiguresAndConnection) {
     app().stopTracking();
     world.machine.loop.advance(1);
     EXPECT_EQ(world.takeSent(), Lines{"\\sat_los\n"});
+    EXPECT_EQ(world.machine.loop.timerCount(), 0u);
     EXPECT_TRUE(app().selectedTransmitter.get());
     EXPECT_EQ(app().currentSatCalibration, 300);
     EXPECT_EQ(app().currentDopplerShift, shift);
@@ -231,6 +232,16 @@ TEST_F(Session, RadioTakenByAnotherClientIsTakenBack) {
     EXPECT_TRUE(app().rigSatProtoArmed);
     app().stopTracking();
     EXPECT_NE(app().rigSatProtoStatus.get(), "");
+}
+
+TEST_F(Session, RadioThatIsTakenAfterItsEndIsLeftAlone) {
+    world.trackArmed(satellite, downlink());
+    world.machine.loop.advance(0.1);
+    app().stopTracking();
+    world.takeSent();
+    world.serverSays("RPRT -11\nRPRT -11\nRPRT 0\n");
+    EXPECT_TRUE(world.takeSent().empty());
+    EXPECT_EQ(app().rigSatProtoStatus.get(), "");
 }
 
 TEST_F(Session, NameWithLineEndsCannotCommandTheRadio) {

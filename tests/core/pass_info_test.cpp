@@ -78,6 +78,9 @@ TEST_F(LocalTime, ClockTextsFollowTheZoneOfTheSystem) {
     EXPECT_EQ(info.peakTimeLocal(), "11:11:01");
     EXPECT_EQ(info.setTimeLocal(), "11:16:06");
     EXPECT_EQ(localTimeText(info.pass.riseTime, false), "11:06");
+    EXPECT_EQ(info.riseTimeUTC(), "05:36:01 UTC");
+    EXPECT_EQ(info.peakTimeUTC(), "05:41:01 UTC");
+    EXPECT_EQ(info.setTimeUTC(), "05:46:06 UTC");
 }
 
 TEST_F(LocalTime, FractionsBefore1970RoundDown) {

@@ -45,6 +45,16 @@ TEST(MergeElements, ANewerGroupBeatsAnImportedSet) {
     EXPECT_EQ(mergeElements({{set(7, "G", 61, "a")}, {set(7, "C", 0, "custom")}})[0].name, "G");
 }
 
+TEST(MergeElements, AMinuteApartIsStillATie) {
+    EXPECT_EQ(mergeElements({{set(7, "G", 60, "a")}, {set(7, "C", 0, "custom")}})[0].name, "C");
+    EXPECT_EQ(mergeElements({{set(7, "A", 0, "a")}, {set(7, "B", 60, "b")}})[0].name, "A");
+}
+
+TEST(MergeElements, OfTwoImportedSetsInATieTheFirstStays) {
+    const auto merged = mergeElements({{set(7, "A", 0, "custom"), set(7, "B", 30, "custom")}});
+    EXPECT_EQ(merged[0].name, "A");
+}
+
 TEST(MergeElements, ASetWithoutEpochNeverReplacesNorIsReplaced) {
     auto timeless = set(7, "T", 0, "custom");
     timeless.epochDays = HUGE_VAL;

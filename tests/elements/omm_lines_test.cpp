@@ -17,6 +17,11 @@ TEST(FormatExponentNotation, SmallNegativeNumber) {
     EXPECT_EQ(formatExponentNotation(-0.00012), "-12000-3");
 }
 
+TEST(FormatExponentNotation, MantissaIsATenthAndMore) {
+    EXPECT_EQ(formatExponentNotation(1), " 10000+1");
+    EXPECT_EQ(formatExponentNotation(0.1), " 10000+0");
+}
+
 TEST(FormatExponentNotation, MantissaThatRoundsUpHasSixDigits) {
     EXPECT_EQ(formatExponentNotation(0.999996), " 100000+0");
 }

@@ -51,6 +51,22 @@ TEST(OMMParserParse, OptionalKeysMayBeAbsentOrNullButNotOfAnotherType) {
     }
 }
 
+TEST(OMMParserParse, WhatARecordLeavesOutItDoesNotTakeFromTheOneBefore) {
+    const auto bare = [](const char* key) { return OMMParser::parse(messages({without(key)})); };
+    for (const char* key : {"CLASSIFICATION_TYPE", "ELEMENT_SET_NO", "REV_AT_EPOCH",
+                            "MEAN_MOTION_DOT", "MEAN_MOTION_DDOT", "OBJECT_ID", "EPHEMERIS_TYPE"}) {
+        auto before = stationMessage();
+        before["CLASSIFICATION_TYPE"] = "S";
+        before["EPHEMERIS_TYPE"] = 4;
+        before["MEAN_MOTION_DDOT"] = 1e-5;
+        const auto sets = OMMParser::parse(messages({before, without(key)}));
+        ASSERT_EQ(sets.size(), 2u);
+        EXPECT_EQ(sets[1].line1, bare(key).at(0).line1) << key;
+        EXPECT_EQ(sets[1].line2, bare(key).at(0).line2) << key;
+        EXPECT_EQ(sets[1].revNumber, bare(key).at(0).revNumber) << key;
+    }
+}
+
 TEST(OMMParserParse, ANullDesignatorLeavesItsColumnsBlank) {
     const auto sets = OMMParser::parse(messages({with("OBJECT_ID", nullptr)}));
     ASSERT_EQ(sets.size(), 1u);

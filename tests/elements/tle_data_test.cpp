@@ -46,6 +46,8 @@ TEST(AgeString, UnderADayIsInHours) {
 TEST(AgeString, UnderTenDaysHasOneDecimalAndMoreHasNone) {
     const Instant epoch{kNoonOfFirstDay};
     EXPECT_EQ(setAt(2001, 1.5).ageString(epoch + 3.25 * 86400), "3.2d");
+    EXPECT_EQ(setAt(2001, 1.5).ageString(epoch + 86400), "1.0d");
+    EXPECT_EQ(setAt(2001, 1.5).ageString(epoch + 10 * 86400), "10d");
     EXPECT_EQ(setAt(2001, 1.5).ageString(epoch + 12 * 86400), "12d");
 }
 

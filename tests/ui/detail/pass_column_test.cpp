@@ -47,6 +47,20 @@ TEST_F(PassColumnTest, SelectedPassShowsItsFigures) {
     EXPECT_FALSE(isShown(column, "transponderPicker")) << "a satellite without channels";
 }
 
+TEST_F(PassColumnTest, AnotherPassTakesThePlaceOfTheOneBefore) {
+    const auto iss = addSatellite("ISS", 25544, {passAt(start), passAt(start + 6000, 300, 12)});
+    const auto so50 = addSatellite("SO-50", 27607, {passAt(start + 60)});
+    select(iss, std::nullopt);
+    column.refresh();
+    state->selectedPass = PassInfo{.satellite = iss, .pass = iss->passes->at(1), .transmitter = {}};
+    column.refresh();
+    EXPECT_EQ(textOf(column, "passMaxElevation"), "12.0°");
+    EXPECT_EQ(textOf(column, "passDuration"), "5m 00s");
+    select(so50, std::nullopt);
+    column.refresh();
+    EXPECT_EQ(textOf(column, "passSatellite"), "SO-50");
+}
+
 TEST_F(PassColumnTest, PickerOffersPairsThenSinglesAndShowsTheSelectedOne) {
     const auto fo29 = addSatellite("FO-29", 24278, {passAt(start)}, {voice, downlink, uplink});
     select(fo29, downlink);

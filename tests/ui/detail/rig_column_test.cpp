@@ -70,6 +70,7 @@ TEST_F(RigColumnTest, TrackStartsTheSelectedPassAndStopEndsIt) {
     select(iss, iss->transmitters[0]);
     column.refresh();
     ASSERT_TRUE(track.isEnabled()) << "also without a radio";
+    EXPECT_FALSE(stop.isEnabled()) << "nothing to end";
     track.click();
     column.refresh();
     EXPECT_TRUE(state->isTracking);
@@ -83,6 +84,16 @@ TEST_F(RigColumnTest, TrackStartsTheSelectedPassAndStopEndsIt) {
     column.refresh();
     EXPECT_FALSE(state->isTracking);
     EXPECT_FALSE(isShown(column, "sessionGrid"));
+}
+
+TEST_F(RigColumnTest, TrackTakesTheChannelThatIsSelected) {
+    // So near to each other that the memory of one may mean the other.
+    const auto iss = addSatellite("ISS", 25544, {passAt(start)},
+                                  {channel("down", 145.8e6), channel("down", 145.8009e6)});
+    select(iss, iss->transmitters[1]);
+    column.refresh();
+    child<QPushButton>(column, "trackButton").click();
+    EXPECT_EQ(state->selectedTransmitter->value(), iss->transmitters[1]);
 }
 
 TEST_F(RigColumnTest, TextOfTrackIsLegibleAllOverTheButtonInEveryTheme) {

@@ -41,6 +41,8 @@ TEST(SkyPlotTexts, PhaseIsAtTcaWithinTwentySecondsAndNotAtTwenty) {
     EXPECT_EQ(passPhase(Instant{1280.1}, pass()), PassPhase::atTCA);
     EXPECT_EQ(passPhase(Instant{1319.9}, pass()), PassPhase::atTCA);
     EXPECT_EQ(passPhase(Instant{1320}, pass()), PassPhase::setting);
+    EXPECT_EQ(passPhase(Instant{1600}, pass()), PassPhase::setting);
+    EXPECT_EQ(passPhase(Instant{1600.1}, pass()), PassPhase::ended);
 }
 
 TEST(SkyPlotTexts, CountdownRunsToTheBeginningThenToTheEnd) {
