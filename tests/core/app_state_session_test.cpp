@@ -210,7 +210,7 @@ TEST_F(Session, StopKeepsChannelCalibrationFiguresAndConnection) {
     const double shift = app().currentDopplerShift;
     world.takeSent();
     app().stopTracking();
-    world.machine.loop.advance(1);
+    world.machine.loop.advance(3);  // the probe has its end too
     EXPECT_EQ(world.takeSent(), Lines{"\\sat_los\n"});
     EXPECT_EQ(world.machine.loop.timerCount(), 0u);
     EXPECT_TRUE(app().selectedTransmitter.get());

@@ -33,23 +33,23 @@ std::vector<PlainPass> plainPasses(const Satellite& body, const AppState& app, I
     return passes;
 }
 
-/// Twelve bodies on one orbit, all selected: one of them rises every few minutes.
+/// Bodies on one orbit, all selected: one of them rises every few minutes.
 class PassRuns : public ::testing::Test {
   protected:
     PassRuns() {
         world.machine.settings.set("tleCategories", std::vector<std::string>{"amateur"});
         std::vector<std::int64_t> ids;
         std::string group;
-        for (std::int64_t id = 1; id <= 12; ++id) {
+        for (std::int64_t id = 1; id <= 24; ++id) {
             ids.push_back(id);
             group += (id == 1 ? "[" : ",") +
-                     ommRecord("BODY " + std::to_string(id), id, 30.0 * static_cast<double>(id));
+                     ommRecord("BODY " + std::to_string(id), id, 15.0 * static_cast<double>(id));
         }
         world.machine.settings.set("selectedSatIds", ids);
         world.cacheGroup("amateur", group + "]");
         world.start();
         world.app->obsLatitude = 50.0;
-        world.app->obsLongitude = 10.0;
+        world.app->obsLongitude = 130.0;
         world.load();
     }
 
@@ -60,7 +60,7 @@ TEST_F(PassRuns, ListWhatRisesAboveTwoDegreesWithinADay) {
     constexpr double kDay = 86400;
     const Instant now = world.machine.loop.now();
     int low = 0, lowest = 0, lastHour = 0, beyond = 0;
-    for (std::int64_t id = 1; id <= 12; ++id) {
+    for (std::int64_t id = 1; id <= 24; ++id) {
         const auto satellite = world.body(id);
         const PassList& listed = *satellite->passes;
         std::size_t next = 0;
@@ -75,7 +75,12 @@ TEST_F(PassRuns, ListWhatRisesAboveTwoDegreesWithinADay) {
             lowest += plain.highest > 2 && plain.highest < 3;
             if (plain.highest < 2) continue;
             beyond += plain.rise > kDay;
-            if (plain.rise > kDay - 5) continue;
+            // What the end cuts to less than 30 seconds is left out; near that a second decides.
+            if (plain.rise > kDay - 35) {
+                next +=
+                    next < listed.size() && std::abs(listed[next].riseTime - now - plain.rise) < 2;
+                continue;
+            }
             lastHour += plain.rise > kDay - 3600;
             ASSERT_LT(next, listed.size()) << id << " at " << plain.rise;
             EXPECT_NEAR(listed[next].riseTime - now, plain.rise, 2);
@@ -137,7 +142,7 @@ TEST_F(PassRuns, AnyOrderOfTheirBodiesEndsWithTheNewestLists) {
         }
     }
     world.machine.loop.runPosted();
-    for (std::int64_t id = 1; id <= 12; ++id) {
+    for (std::int64_t id = 1; id <= 24; ++id) {
         const auto satellite = world.body(id);
         for (const auto& pass : *satellite->passes) {
             const auto look =
@@ -155,8 +160,8 @@ TEST_F(PassRuns, EndWithTheListsThenTheWords) {
         app.objectWillChange.subscribe([&] { seen.push_back(app.statusMessage); });
     world.machine.loop.runPosted();
     ASSERT_EQ(seen.size(), 2u);
-    EXPECT_EQ(seen[0], "Computing passes for 12 satellites...") << "told before the lists";
-    EXPECT_EQ(seen[1], "Computing passes for 12 satellites...") << "told before it changes";
+    EXPECT_EQ(seen[0], "Computing passes for 24 satellites...") << "told before the lists";
+    EXPECT_EQ(seen[1], "Computing passes for 24 satellites...") << "told before it changes";
     EXPECT_NE(app.statusMessage.get(), seen[1]);
 }
 
