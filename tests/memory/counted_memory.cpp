@@ -93,3 +93,13 @@ void operator delete(void* block) noexcept {
 void operator delete(void* block, std::size_t /*size*/) noexcept {
     operator delete(block);
 }
+// Those of arrays too, as a sanitizer brings its own that do not come by here.
+void* operator new[](std::size_t size) {
+    return operator new(size);
+}
+void operator delete[](void* block) noexcept {
+    operator delete(block);
+}
+void operator delete[](void* block, std::size_t /*size*/) noexcept {
+    operator delete(block);
+}
