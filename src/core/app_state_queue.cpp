@@ -118,18 +118,27 @@ void AppState::processPassQueue() {
 
 /// A new list gives passes other identifiers: what stands for one goes along.
 void AppState::carryQueueOver(const Satellite& body, const PassList& former) {
-    auto& pending = pendingPassConflict.get();
-    QueueIds ids = queuedPassIds;
-    QueueIds known = ids;
-    if (pending) known.insert({pending->existing.id, pending->incoming.id});
+    const auto& pending = pendingPassConflict.get();
+    QueueIds asked;
+    if (pending) {
+        asked = queuedPassIds;
+        asked.insert({pending->existing.id, pending->incoming.id});
+    }
+    const auto found = foundAgain(pending ? asked : queuedPassIds.get(), queueBody(body), former);
     auto conflict = pending;
-    for (const auto& [id, present] : foundAgain(known, queueBody(body), former)) {
-        if (ids.erase(id) > 0) ids.insert(present.id);
+    for (const auto& [id, present] : found) {
         if (followedPass_ && followedPass_->id == id) followedPass_ = present;
         if (conflict && conflict->existing.id == id) conflict->existing = present;
         if (conflict && conflict->incoming.id == id) conflict->incoming = present;
     }
-    if (ids != queuedPassIds.get()) queuedPassIds = std::move(ids);
+    const auto isRenamed = [](const FoundEntry& entry) { return entry.id != entry.present.id; };
+    if (std::ranges::any_of(found, isRenamed)) {
+        QueueIds ids = queuedPassIds;
+        for (const auto& [id, present] : found) {
+            if (ids.erase(id) > 0) ids.insert(present.id);
+        }
+        if (ids != queuedPassIds.get()) queuedPassIds = std::move(ids);
+    }
     if (conflict != pending) pendingPassConflict = std::move(conflict);
 }
 

@@ -201,15 +201,15 @@ std::optional<std::string> queuedIdOf(const QueueBody& body, const QueueIds& que
 std::vector<FoundEntry> foundAgain(const QueueIds& entries, const QueueBody& body,
                                    const PassList& former) {
     std::vector<FoundEntry> found;
-    // Sorted by text, the entries of one body lie together.
-    const auto prefix = fmt::format("{}-", body.noradId);
-    for (auto id = entries.lower_bound(prefix); id != entries.end() && id->starts_with(prefix);
-         ++id) {
-        const auto pass = std::ranges::find_if(former, [&](const PredictedPass& each) {
-            return passQueueId(body.noradId, each.riseTime) == *id;
-        });
-        const auto* again = pass == former.end() ? nullptr : findAgain(*body.passes, *pass);
-        if (again) found.push_back({*id, makePassRef(body.noradId, body.name, *again)});
+    if (entries.empty()) return found;  // as for most of a long search
+    for (const auto& pass : former) {
+        auto id = passQueueId(body.noradId, pass.riseTime);
+        const bool isFirst = found.empty() || found.back().id != id;
+        const auto* again =
+            isFirst && entries.contains(id) ? findAgain(*body.passes, pass) : nullptr;
+        if (again) {
+            found.push_back({std::move(id), makePassRef(body.noradId, body.name, *again)});
+        }
     }
     return found;
 }

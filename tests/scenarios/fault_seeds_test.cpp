@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <memory>
 #include <optional>
 #include <random>
@@ -16,9 +17,9 @@
 #include "support/core_world.h"
 #include "support/faults.h"
 #include "support/faulty_radio.h"
-#include "support/queue_world.h"
 #include "support/running_case.h"
 #include "support/seeds.h"
+#include "support/true_passes.h"
 
 namespace veloran::test {
 namespace {
@@ -324,36 +325,78 @@ class TroubledDay {
         EXPECT_EQ(cached, ommGroup({{kName, kBody}}));
     }
 
-    /// The server is started anew, as after a night. Two queued passes, one behind the other.
+    /// The server is started anew, as after a night. Two queued passes of real orbits, one behind
+    /// the other, and each long enough for a search of passes to fall into it.
     void goOnWithTheQueue() {
         app().stopTracking();
         advance(1);
         radio_.restart(radio_.satProto);
-        const auto first = passFrom(now() + 4.25, 20);
-        const auto second = passFrom(first.setTime + 3, 20);
-        const auto queued = std::make_shared<Satellite>("QUEUED BODY", 99001);
-        queued->transmitters = body()->transmitters;
-        queued->isSelected = true;
-        queued->passes = std::make_shared<const PassList>(PassList{first, second});
-        auto bodies = app().satellites.get();
-        bodies.push_back(queued);
-        app().satellites = std::move(bodies);
-        app().togglePassQueued(queued, first);
-        app().togglePassQueued(queued, second);
-        for (const auto& pass : {first, second}) {
-            machine_.loop.advance(pass.riseTime - now() + 1.5);
+        const auto first = launch(99001, now() + 4.25);
+        const auto second = launch(99002, first.pass.set + 3);
+        app().computeAllPasses();
+        machine_.loop.runPosted();
+        for (const auto& queued : {first, second}) {
+            const auto& passes = *queued.body->passes;
+            ASSERT_FALSE(passes.empty());
+            EXPECT_NEAR(passes.front().riseTime - queued.pass.rise, 0, 0.01);
+            app().togglePassQueued(queued.body, passes.front());
+        }
+        for (const auto& queued : {first, second}) {
+            app().dopplerUpdateHz = kHz;
+            machine_.loop.advance(queued.pass.rise - now() + 1.5);
             EXPECT_TRUE(app().isTracking);
-            EXPECT_EQ(app().trackingSatellite.get(), queued);
+            EXPECT_EQ(app().trackingSatellite.get(), queued.body);
             advance(8);
             EXPECT_TRUE(app().selectedTransmitter.get().has_value());
             EXPECT_TRUE(app().selectedUplinkTransmitter.get().has_value());
             checkSettled("by the queue");
             EXPECT_TRUE(!radio_.satProto || radio_.armedName == "QUEUED_BODY");
-            machine_.loop.advance(pass.setTime - now() + 1.5);
-            EXPECT_FALSE(app().isTracking);
-            EXPECT_FALSE(radio_.armed);
+            app().updateDopplerRate(1);  // the rest of the pass is told quickly
+            machine_.loop.advance(queued.pass.set - now() - 1.5);
+            EXPECT_TRUE(app().isTracking) << "cut short";
+            machine_.loop.advance(3);
+            EXPECT_FALSE(app().isTracking && app().trackingSatellite.get() == queued.body);
             EXPECT_FALSE(app().rigClient()->satModeArmed());
+            EXPECT_FALSE(radio_.armed);
         }
+    }
+
+    struct Queued {
+        SatellitePtr body;
+        TruePass pass;
+    };
+
+    /// A body that rises about then, as a plain search of the sky has it.
+    Queued launch(std::int64_t id, Instant rise) {
+        const auto set = orbitRising(id, rise);
+        auto queued = std::make_shared<Satellite>(set.name, id);
+        queued->tle = set;
+        queued->initOrbit();
+        queued->transmitters = body()->transmitters;
+        queued->isSelected = true;
+        auto bodies = app().satellites.get();
+        bodies.push_back(queued);
+        app().satellites = std::move(bodies);
+        const auto elevation = [&](Instant at) {
+            const auto look =
+                queued->observe(at, app().obsLatitude, app().obsLongitude, app().obsAltitude);
+            return look ? look->elevation : -90;
+        };
+        const auto passes = truePasses(elevation, rise - 900, rise + 1800);
+        EXPECT_EQ(passes.size(), 1u);
+        EXPECT_GT(passes.at(0).set - passes.at(0).rise, 300);
+        return {queued, passes.at(0)};
+    }
+    /// One orbit with a pass of the right length, moved in time together with the turning Earth.
+    static TLEData orbitRising(std::int64_t id, Instant rise) {
+        constexpr double kEarthDegreesPerSecond = 360.9856473 / 86400;
+        constexpr double kEpochToRise = 61064.886;
+        auto set = TLEManager::parseAuto("[" + ommRecord("QUEUED BODY", id) + "]").at(0);
+        const Instant epoch = set.epochDate().value();
+        const double later = rise - kEpochToRise - epoch;
+        set.epochDays += later / 86400;
+        set.raan = std::fmod(set.raan + later * kEarthDegreesPerSecond, 360.0);
+        return set;
     }
 
     /// What was changed while the store could not be written is written with the next change.

@@ -16,7 +16,6 @@ namespace {
 constexpr const char* kGroup = "amateur";
 constexpr double kSlowestTickHz = 1;
 constexpr double kHourSeconds = 3600;
-constexpr double kSearchSeconds = 24 * kHourSeconds;
 constexpr double kForgottenAfter = 24 * kHourSeconds;
 
 const char* nameOf(RehearsalEvent::Kind kind) {
@@ -44,15 +43,6 @@ std::vector<std::int64_t> numbersIn(const std::string& elements) {
     std::set<std::int64_t> numbers;
     for (const auto& set : TLEManager::parseAuto(elements)) numbers.insert(set.noradId);
     return {numbers.begin(), numbers.end()};
-}
-
-/// The passes of one body never overlap, so those that do are one pass, told by two lists.
-bool isSamePass(const PredictedPass& listed, Instant rise, Instant set) {
-    return listed.riseTime < set && rise < listed.setTime;
-}
-
-std::string words(QueueEntryState state) {
-    return queueEntryText(state);
 }
 
 }  // namespace
@@ -95,7 +85,6 @@ void Rehearsal::setElements(const std::string& text) {
     machine_.http.answers[app_->elements().celestrakURL(kGroup)].body = text;
 }
 
-/// Timers fire at whole seconds, and a search takes none: each list is seen as it is stored.
 void Rehearsal::advance(std::int64_t seconds) {
     for (; seconds > 0; --seconds) {
         machine_.loop.advance(1);
@@ -128,8 +117,9 @@ void Rehearsal::takeLists() {
 
 void Rehearsal::follow(KnownPass& pass) {
     const auto& list = *lists_[pass.noradId];
-    const auto listed = std::ranges::find_if(
-        list, [&pass](const auto& each) { return isSamePass(each, pass.rise, pass.set); });
+    const auto listed = std::ranges::find_if(list, [&pass](const PredictedPass& each) {
+        return isSamePass(spanOf(pass.noradId, each), pass.span());
+    });
     if (listed == list.end()) return;
     pass.rise = listed->riseTime;
     pass.set = listed->setTime;
@@ -139,9 +129,9 @@ void Rehearsal::follow(KnownPass& pass) {
 }
 
 void Rehearsal::markNewPasses() {
-    const Instant searchEnd = now() + kSearchSeconds;
     for (const auto& [satellite, pass] : app_->allPassesSorted()) {
-        if (pass.setTime < searchEnd && !known(satellite->id, pass)) mark(satellite, pass);
+        const bool isWhole = pass.setTime < satellite->passSearch->end;
+        if (isWhole && !known(satellite->id, pass)) mark(satellite, pass);
     }
 }
 
@@ -173,9 +163,10 @@ void Rehearsal::queueChanged(const QueueIds& ids) {
 }
 
 Rehearsal::KnownPass* Rehearsal::known(std::int64_t noradId, const PredictedPass& listed) {
-    const auto found = std::ranges::find_if(passes_, [&](const KnownPass& pass) {
-        return pass.noradId == noradId && isSamePass(listed, pass.rise, pass.set);
-    });
+    const auto found =
+        std::ranges::find_if(passes_, [span = spanOf(noradId, listed)](const KnownPass& pass) {
+            return isSamePass(span, pass.span());
+        });
     return found == passes_.end() ? nullptr : &*found;
 }
 
@@ -198,9 +189,9 @@ void Rehearsal::settle() {
 
 std::string Rehearsal::textOf(const KnownPass& pass) const {
     for (const auto& entry : app_->queueEntries()) {
-        if (entry.id == pass.queueId) return words(entry.state);
+        if (entry.id == pass.queueId) return queueEntryText(entry.state);
     }
-    return words(QueueEntryState::gone);
+    return queueEntryText(QueueEntryState::gone);
 }
 
 void Rehearsal::sessionChanged(bool runs) {
@@ -210,9 +201,10 @@ void Rehearsal::sessionChanged(bool runs) {
         session_ = known(picked.satellite->id, picked.pass);
         if (!session_) return;
         session_->wasStarted = true;
-        report(Kind::started, *session_, words(QueueEntryState::tracked));
+        report(Kind::started, *session_, queueEntryText(QueueEntryState::tracked));
     } else if (session_) {
-        report(Kind::ended, *std::exchange(session_, nullptr), words(QueueEntryState::ended));
+        report(Kind::ended, *std::exchange(session_, nullptr),
+               queueEntryText(QueueEntryState::ended));
     }
 }
 

@@ -10,6 +10,7 @@
 
 #include "base/instant.h"
 #include "core/app_state.h"
+#include "core/same_pass.h"
 #include "simulation/simulated_machine.h"
 
 namespace veloran {
@@ -75,6 +76,8 @@ class Rehearsal {
         bool wasStarted = false;
         bool wasSkipped = false;
         std::string lastText;  ///< of its entry, just before the set
+
+        PassSpan span() const { return {noradId, rise, set}; }
     };
     using Kind = RehearsalEvent::Kind;
 
