@@ -22,7 +22,7 @@ namespace veloran::test {
 namespace {
 
 constexpr std::size_t kPiece = 4096;  // what the client takes at a time
-constexpr std::int64_t kFlood = 12'000'000;
+constexpr std::int64_t kFlood = 4'000'000;
 
 /// A loop that notes the most that one task allocates, and the most that it lets go of.
 class CountingLoop final : public MainLoop {
@@ -172,7 +172,7 @@ TEST_P(FloodingServer, WhatItSentIsLetGoOfLittleByLittle) {
 /// What was received long ago is never looked at again: neither at the end of an endless line, nor
 /// at that of an endless reply, nor when it is let go of.
 TEST_P(FloodingServer, NoTurnLooksBack) {
-    constexpr int kPieces = 2000;
+    constexpr int kPieces = 1000;
     for (const bool ends : {true, false}) {
         Stream stream(GetParam().pattern);
         FloodedClient world;
