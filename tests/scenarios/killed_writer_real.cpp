@@ -35,7 +35,7 @@ class KilledWriter : public testing::Test {
         ASSERT_TRUE(writer.waitForReadyRead()) << "the writer has not begun";
         std::this_thread::sleep_for(delay);  // the moment is what is tried out here
         writer.kill();
-        ASSERT_TRUE(writer.waitForFinished());
+        ASSERT_TRUE(writer.waitForFinished(120'000));
         ASSERT_EQ(writer.exitStatus(), QProcess::CrashExit) << "it ended before it was killed";
     }
     void expectWhole(const WrittenFile& file) {

@@ -34,7 +34,7 @@ class InstallDepsTest : public testing::Test {
         environment.insert("PATH", home.path() + ":" + environment.value("PATH"));
         process.setProcessEnvironment(environment);
         process.start(VELORAN_SOURCE_DIR "/tools/install-deps", needs);
-        EXPECT_TRUE(process.waitForFinished());
+        EXPECT_TRUE(process.waitForFinished(120'000));
         EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
         QFile file(told);
         EXPECT_TRUE(file.open(QIODevice::ReadOnly));
