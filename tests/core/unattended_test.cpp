@@ -13,9 +13,9 @@ using testing::IsEmpty;
 
 constexpr double kLength = 600;
 
-class Unattended : public ::testing::Test {
+class UnattendedState : public ::testing::Test {
   protected:
-    Unattended() {
+    UnattendedState() {
         world.start();
         app().dopplerUpdateHz = 1.0;
         body = world.add(1, "A", {passFrom(rise(), kLength), passFrom(rise() + 6000, kLength)});
@@ -38,7 +38,7 @@ class Unattended : public ::testing::Test {
     SatellitePtr body;
 };
 
-TEST_F(Unattended, DutyFollowsSessionAndQueue) {
+TEST_F(UnattendedState, DutyFollowsSessionAndQueue) {
     EXPECT_FALSE(duty().isAny());
     queue(0);
     queue(1);
@@ -52,12 +52,12 @@ TEST_F(Unattended, DutyFollowsSessionAndQueue) {
     EXPECT_EQ(app().queuedPassIds->size(), 2U);
 }
 
-TEST_F(Unattended, DutyOfASessionByHandHasNoEnd) {
+TEST_F(UnattendedState, DutyOfASessionByHandHasNoEnd) {
     app().startTracking(body, std::nullopt);
     EXPECT_EQ(duty().session, (Duty::Session{"A", std::nullopt}));
 }
 
-TEST_F(Unattended, StopForGoodKeepsTheQueueFromStartingItAgain) {
+TEST_F(UnattendedState, StopForGoodKeepsTheQueueFromStartingItAgain) {
     queue(0);
     queue(1);
     world.runUntil(rise() + 5);
@@ -72,7 +72,7 @@ TEST_F(Unattended, StopForGoodKeepsTheQueueFromStartingItAgain) {
     EXPECT_EQ(world.machine.loop.timerCount(), 0U) << "an empty queue has no timer";
 }
 
-TEST_F(Unattended, AfterASleepPassesAreSearchedAtOnce) {
+TEST_F(UnattendedState, AfterASleepPassesAreSearchedAtOnce) {
     const SleepWatch watch(world.machine.loop, world.machine.loop,
                            [this] { goOnAfterSleep(app()); });
     world.cacheGroup("amateur", ommGroup({{"ISS", 25544}}));
@@ -88,7 +88,7 @@ TEST_F(Unattended, AfterASleepPassesAreSearchedAtOnce) {
     EXPECT_GT(iss->passes->back().riseTime, before->back().riseTime + 15 * 3600);
 }
 
-TEST_F(Unattended, AfterASleepTheQueueGoesOnWithThePassThatIsUnderWay) {
+TEST_F(UnattendedState, AfterASleepTheQueueGoesOnWithThePassThatIsUnderWay) {
     queue(0);
     queue(1);
     sleep(6300);
@@ -97,7 +97,7 @@ TEST_F(Unattended, AfterASleepTheQueueGoesOnWithThePassThatIsUnderWay) {
     EXPECT_FALSE(app().isTracking);
 }
 
-TEST_F(Unattended, AfterASleepAnIdleConnectionIsTried) {
+TEST_F(UnattendedState, AfterASleepAnIdleConnectionIsTried) {
     world.trackArmed(body, body->transmitters.front());
     app().stopTracking();
     world.machine.loop.runPosted();
@@ -112,7 +112,7 @@ TEST_F(Unattended, AfterASleepAnIdleConnectionIsTried) {
     EXPECT_FALSE(app().rigConnected) << "and its end is known before the next pass";
 }
 
-TEST_F(Unattended, AfterASleepAnArmedSessionTriesItByItsUpdate) {
+TEST_F(UnattendedState, AfterASleepAnArmedSessionTriesItByItsUpdate) {
     world.setRangeRates(1, 1);
     world.trackArmed(body, body->transmitters.front());
     goOnAfterSleep(app());
@@ -121,7 +121,7 @@ TEST_F(Unattended, AfterASleepAnArmedSessionTriesItByItsUpdate) {
     EXPECT_TRUE(sent.front().starts_with("\\sat_dl ")) << sent.front();
 }
 
-TEST_F(Unattended, WithoutARadioASleepSendsNothing) {
+TEST_F(UnattendedState, WithoutARadioASleepSendsNothing) {
     goOnAfterSleep(app());
     world.machine.loop.runPosted();
     EXPECT_TRUE(world.machine.tcp.connections.empty());
