@@ -201,6 +201,8 @@ std::vector<FakeTray::Entry> FakeTray::menu() {
         entry.enabled = what.value("enabled", true).toBool();
         entries.push_back(entry);
     }
+    layout.endArray();
+    layout.endStructure();
     return entries;
 }
 
