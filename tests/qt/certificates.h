@@ -42,7 +42,7 @@ class Certificates {
         QProcess openssl;
         openssl.setWorkingDirectory(directory_.path());
         openssl.start("openssl", arguments);
-        const bool isDone = openssl.waitForFinished() && openssl.exitCode() == 0;
+        const bool isDone = openssl.waitForFinished(120'000) && openssl.exitCode() == 0;
         if (isDone && openssl.exitStatus() == QProcess::NormalExit) return;
         error_ = "openssl " + arguments.join(' ').toStdString() + ": " +
                  openssl.errorString().toStdString() + "\n" +

@@ -11,7 +11,7 @@ namespace veloran::test {
 /// Runs the event loop until `condition` holds. False when it does not within a time that only a
 /// failure takes.
 inline bool spinUntil(const std::function<bool()>& condition) {
-    const QDeadlineTimer deadline(30'000);
+    const QDeadlineTimer deadline(120'000);
     QTimer wakeUp;  // for conditions that come true without an event
     wakeUp.start(5);
     while (!condition()) {

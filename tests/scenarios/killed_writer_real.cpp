@@ -32,7 +32,7 @@ class KilledWriter : public testing::Test {
     void writeAndKillAfter(std::chrono::microseconds delay) {
         QProcess writer;
         writer.start(VELORAN_FILE_WRITER, {directory.path()});
-        ASSERT_TRUE(writer.waitForReadyRead()) << "the writer has not begun";
+        ASSERT_TRUE(writer.waitForReadyRead(120'000)) << "the writer has not begun";
         std::this_thread::sleep_for(delay);  // the moment is what is tried out here
         writer.kill();
         ASSERT_TRUE(writer.waitForFinished(120'000));
