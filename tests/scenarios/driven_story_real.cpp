@@ -57,14 +57,19 @@ class DrivenStory : public ::testing::Test {
         program.press("alt+F4");
         ASSERT_TRUE(program.waitFor("satelliteBrowser", false));
     }
-    /// From the search field, which holds nothing, to the first row that is a satellite.
-    void search(DrivenProgram& program, const QString& wanted, const QString& found) {
-        program.type(wanted);
+    void search(DrivenProgram& program, const QString& wanted) {
+        program.fill("browserSearch", wanted);
+        ASSERT_TRUE(program.waitForText("searchText", wanted));
+    }
+    /// From the search field to the first row that is a satellite.
+    void goToFirstFound(DrivenProgram& program, const QString& name) {
+        program.click("browserSearch");
+        ASSERT_TRUE(program.waitForFocus("searchText"));
         program.press("Down");
         ASSERT_TRUE(program.waitForFocus("availableSatellites"));
         program.press("Down");
         ASSERT_TRUE(spinUntil([&] {
-            return program.current("availableSatellites").startsWith(found);
+            return program.current("availableSatellites").startsWith(name);
         })) << program.current("availableSatellites").toStdString();
     }
 
@@ -92,8 +97,8 @@ void DrivenStory::chooseSatellite(DrivenProgram& program) {
     ASSERT_TRUE(program.waitFor("satelliteBrowser"));
     program.click("clearTracked");
     ASSERT_TRUE(program.waitForText("trackedCount", "\\(0\\)"));
-    program.click("browserSearch");
-    search(program, "rs-44", "RS-44");
+    search(program, "rs-44");
+    goToFirstFound(program, "RS-44");
     program.press("space");
     ASSERT_TRUE(program.waitForText("trackedCount", "\\(1\\)"));
     program.picture("1-browser");
@@ -116,7 +121,7 @@ void DrivenStory::importElements(DrivenProgram& program) {
     program.picture("3-import");
     program.press("Escape");
     ASSERT_TRUE(program.waitFor("importSheet", false));
-    program.fill("browserSearch", "99901");
+    search(program, "99901");
     EXPECT_TRUE(program.waitForText("availableCount", "1"));
     closeBrowser(program);
 }
@@ -233,13 +238,13 @@ void DrivenStory::findAllAgain(DrivenProgram& program) {
 
     openBrowser(program);
     EXPECT_GT(program.text("trackedCount").size(), 3);
-    search(program, "99901", "MYSAT");
-    program.fill("browserSearch", "OWNSAT");
+    search(program, "99901");
+    goToFirstFound(program, "MYSAT");
+    search(program, "OWNSAT");
     EXPECT_TRUE(program.waitForText("availableCount", "1"));
-    program.fill("browserSearch", "rs-44");
+    search(program, "rs-44");
     program.click("clearTracked");
-    program.click("browserSearch");
-    search(program, "", "RS-44");
+    goToFirstFound(program, "RS-44");
     program.press("space");
     program.picture("8-found-again");
     closeBrowser(program);

@@ -33,8 +33,9 @@ std::optional<QPoint> pointOf(const QString& answer) {
 }  // namespace
 
 VirtualDesktop::VirtualDesktop(QSize size) {
+    // Without "-r" a key repeats itself when the machine is so busy that its release comes late.
     server_.start("Xvfb",
-                  {"-displayfd", "1", "-screen", "0",
+                  {"-displayfd", "1", "-r", "-screen", "0",
                    QString("%1x%2x24").arg(size.width()).arg(size.height()), "-nolisten", "tcp"});
     if (!waitForLine(server_)) return;
     display_ = ":" + QString::fromLatin1(server_.readLine()).trimmed();
