@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "base/text.h"
 #include "qt/certificates.h"
 #include "qt/qt_http_client.h"
 #include "qt/qt_main_loop.h"
@@ -18,7 +19,6 @@ namespace veloran {
 namespace {
 
 using test::httpAnswer;
-using ::testing::Each;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
@@ -102,17 +102,21 @@ TEST_F(Https, ARedirectToHttpIsRefused) {
 }
 
 TEST_F(Https, CredentialsOfAnAddressGoToNoOtherHost) {
-    const std::string known = "Authorization: Basic dXNlcjp3b3Jk";  // user:word
+    // Qt 6.8 writes the names of fields in small letters.
+    const std::string known = lowerCased("Authorization: Basic dXNlcjp3b3Jk");  // user:word
     server.demands["/it"] = demand();
     server.answers["/it"] = redirectTo(other.url("/last", "localhost"));
     other.demands["/last"] = demand();
     other.answers["/last"] = httpAnswer("200 OK", "list");
     EXPECT_THAT(fetch(server.url("/it", "user:word@127.0.0.1")), Optional(std::string("who?")));
     ASSERT_THAT(server.requests, SizeIs(2));
-    EXPECT_THAT(server.requests[1], HasSubstr(known)) << "its own host gets them, when it asks";
+    EXPECT_THAT(lowerCased(server.requests[1]), HasSubstr(known))
+        << "its own host gets them, when it asks";
     EXPECT_THAT(other.requests, SizeIs(1));
-    EXPECT_THAT(other.requests, Each(Not(HasSubstr("Authorization"))));
-    EXPECT_THAT(other.requests, Each(Not(HasSubstr("word"))));
+    for (const std::string& request : other.requests) {
+        EXPECT_THAT(lowerCased(request), Not(HasSubstr("authorization")));
+        EXPECT_THAT(request, Not(HasSubstr("word")));
+    }
 }
 
 }  // namespace

@@ -13,6 +13,8 @@
 #include <utility>
 #include <vector>
 
+#include "base/text.h"
+
 namespace veloran::test {
 
 /// A server on a free port of this machine that answers a path with exactly the bytes it was
@@ -72,7 +74,7 @@ class RawHttpServer {
         requests.push_back(head);
         const auto begin = head.find(' ') + 1;
         const auto path = head.substr(begin, head.find(' ', begin) - begin);
-        const bool isKnown = head.find("\r\nAuthorization:") != std::string::npos;
+        const bool isKnown = lowerCased(head).find("\r\nauthorization:") != std::string::npos;
         const auto& said = !isKnown && demands.contains(path) ? demands : answers;
         const auto found = said.find(path);
         if (found == said.end()) return;

@@ -22,6 +22,7 @@ Said run(const QString& program, const QStringList& arguments) {
         environment.remove(name);
     }
     environment.insert("HOME", home.path());
+    environment.insert("LC_ALL", "C.UTF-8");  // of others Qt may complain
     environment.insert("QT_QPA_PLATFORM_PLUGIN_PATH", home.path());
     QProcess process;
     process.setProcessEnvironment(environment);
