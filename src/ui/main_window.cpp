@@ -32,7 +32,7 @@ void showInFront(QWidget& window) {
 MainWindow::MainWindow(std::shared_ptr<AppState> state, QWidget* parent)
     : QMainWindow(parent),
       state_(std::move(state)),
-      refresher_(new StateRefresher(state_->objectWillChange, this)) {
+      refresher_(new StateRefresher(state_->objectWillChange, state_->loop(), this)) {
     new LeftToRight(this);
     setObjectName("mainWindow");
     setWindowTitle("Veloran");

@@ -1,25 +1,26 @@
 #include "ui/state_refresher.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace veloran {
 
-StateRefresher::StateRefresher(ChangeNotifier& objectWillChange, QObject* parent)
-    : QObject(parent), subscription_(objectWillChange.subscribe([this] { markChanged(); })) {
-    timer_.setSingleShot(true);
-    timer_.setTimerType(Qt::PreciseTimer);
-    connect(&timer_, &QTimer::timeout, this, &StateRefresher::run);
+StateRefresher::StateRefresher(ChangeNotifier& objectWillChange, MainLoop& loop, QObject* parent)
+    : QObject(parent),
+      frame_(loop, kFrameSeconds, LoopTimer::Kind::single),
+      subscription_(objectWillChange.subscribe([this] { markChanged(); })) {
+    connect(&frame_, &LoopTimer::timeout, this, [this] {
+        if (isChanged_) run();
+    });
 }
 
 void StateRefresher::markChanged() {
-    if (timer_.isActive()) return;
-    const qint64 elapsed = sinceLast_.isValid() ? sinceLast_.elapsed() : kFrameMilliseconds;
-    timer_.start(
-        static_cast<int>(std::clamp<qint64>(kFrameMilliseconds - elapsed, 0, kFrameMilliseconds)));
+    if (std::exchange(isChanged_, true) || frame_.isActive()) return;
+    QMetaObject::invokeMethod(this, &StateRefresher::run, Qt::QueuedConnection);
 }
 
 void StateRefresher::run() {
-    sinceLast_.start();
+    isChanged_ = false;
+    frame_.start();
     emit refresh();
 }
 

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <QElapsedTimer>
 #include <QObject>
-#include <QTimer>
 
 #include "base/published.h"
+#include "ui/loop_timer.h"
 
 namespace veloran {
 
@@ -14,9 +13,9 @@ namespace veloran {
 class StateRefresher : public QObject {
     Q_OBJECT
   public:
-    static constexpr int kFrameMilliseconds = 16;
+    static constexpr double kFrameSeconds = 0.016;
 
-    explicit StateRefresher(ChangeNotifier& objectWillChange, QObject* parent = nullptr);
+    StateRefresher(ChangeNotifier& objectWillChange, MainLoop& loop, QObject* parent = nullptr);
 
   signals:
     void refresh();
@@ -25,8 +24,8 @@ class StateRefresher : public QObject {
     void markChanged();
     void run();
 
-    QTimer timer_;
-    QElapsedTimer sinceLast_;
+    bool isChanged_ = false;
+    LoopTimer frame_;  // runs since the last refresh
     ChangeNotifier::Subscription subscription_;
 };
 

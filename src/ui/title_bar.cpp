@@ -63,7 +63,7 @@ void TitleBar::showStatus() {
 
 QWidget* TitleBar::makeStatusArea() {
     auto* area = new QWidget;
-    spinner_ = new Spinner(10);
+    spinner_ = new Spinner(state_->loop(), 10);
     spinner_->setObjectName("loadingSpinner");
     status_ = new ValueLabel({10, QFont::Normal, Ink::secondary});
     status_->setObjectName("status");

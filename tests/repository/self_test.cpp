@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -37,6 +38,23 @@ TEST(Repository, NothingIsMarkedAsUnfinished) {
         });
     }
     EXPECT_GT(lines, 1000U) << "the sources were not found";
+}
+
+// Where time passes by the ports alone, it stands still in a test.
+TEST(Repository, NoClockButThePortsIsReadAboveTheAdapters) {
+    const std::set<std::string> clocks{"QTimer",       "QElapsedTimer",   "QBasicTimer",
+                                       "startTimer",   "currentDateTime", "steady_clock",
+                                       "system_clock", "QDeadlineTimer"};
+    std::size_t adapters = 0;
+    forEachSourceLine("src", [&](const SourceLine& line) {
+        const bool isAdapter = line.file.string().starts_with("src/qt/");
+        for (const auto& clock : clocks) {
+            if (line.text.find("#include") == 0 || !holdsWord(line.text, clock)) continue;
+            if (isAdapter) ++adapters;
+            EXPECT_TRUE(isAdapter) << line << ": " << clock;
+        }
+    });
+    EXPECT_GT(adapters, 0U) << "the clocks of the adapters were not found";
 }
 
 TEST(Repository, OnlyWholeWordsCount) {

@@ -2,67 +2,83 @@
 
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
-#include <QSignalSpy>
 #include <QTest>
+#include <memory>
+#include <vector>
 
 #include "base/published.h"
-#include "ui/patience.h"
+#include "support/simulated_machine.h"
 
 namespace veloran {
 namespace {
 
-TEST(StateRefresher, ManyChangesOfOneTurnGiveOneRefreshWithTheNewValues) {
+using test::SimulatedLoop;
+
+class StateRefresherTest : public ::testing::Test {
+  protected:
+    StateRefresherTest() {
+        QObject::connect(refresher.get(), &StateRefresher::refresh, refresher.get(), [this] {
+            moments.push_back(loop.elapsed());
+            if (isChangedByRefresh) changes.send();
+        });
+    }
+    /// Lets the events run that wait.
+    static void turn() { QTest::qWait(0); }
+    void letFramesPass(double frames) { loop.advance(frames * StateRefresher::kFrameSeconds); }
+
+    SimulatedLoop loop{Instant{0}};
     ChangeNotifier changes;
+    std::unique_ptr<StateRefresher> refresher = std::make_unique<StateRefresher>(changes, loop);
+    std::vector<double> moments;  // of refreshes
+    bool isChangedByRefresh = false;
+};
+
+TEST_F(StateRefresherTest, ManyChangesOfOneTurnGiveOneRefreshWithTheNewValues) {
     Published<int> value{changes};
-    StateRefresher refresher(changes);
     std::vector<int> read;
-    QObject::connect(&refresher, &StateRefresher::refresh, [&] { read.push_back(value); });
+    QObject::connect(refresher.get(), &StateRefresher::refresh, [&] { read.push_back(value); });
     for (int i = 1; i <= 5; ++i) value = i;
     EXPECT_TRUE(read.empty()) << "nothing reads inside the notification";
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !read.empty(); }, test::kPatienceMs));
-    EXPECT_EQ(read, std::vector{5});
+    turn();
+    EXPECT_EQ(read, std::vector{5}) << "without a wait";
+    letFramesPass(3);
+    EXPECT_EQ(moments.size(), 1U);
 }
 
-TEST(StateRefresher, RefreshesAreAFrameApart) {
-    ChangeNotifier changes;
-    StateRefresher refresher(changes);
-    QElapsedTimer clock;
-    std::vector<qint64> moments;
-    QObject::connect(&refresher, &StateRefresher::refresh, [&] {
-        moments.push_back(clock.elapsed());
-        changes.send();
-    });
-    clock.start();
+TEST_F(StateRefresherTest, RefreshesAreAFrameApart) {
+    isChangedByRefresh = true;
     changes.send();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return moments.size() >= 5; }, test::kPatienceMs));
+    turn();
+    letFramesPass(4.5);
+    ASSERT_EQ(moments.size(), 5U);
     for (std::size_t i = 0; i < moments.size(); ++i) {
-        EXPECT_GE(moments[i], static_cast<qint64>(i) * (StateRefresher::kFrameMilliseconds - 1));
+        EXPECT_NEAR(moments[i], static_cast<double>(i) * StateRefresher::kFrameSeconds, 1e-9);
     }
 }
 
-TEST(StateRefresher, ChangeDuringARefreshIsNotLost) {
-    ChangeNotifier changes;
-    StateRefresher refresher(changes);
-    QSignalSpy refreshed(&refresher, &StateRefresher::refresh);
-    const auto once = QObject::connect(
-        &refresher, &StateRefresher::refresh, &refresher, [&] { changes.send(); },
-        Qt::SingleShotConnection);
+TEST_F(StateRefresherTest, ChangeWithinAFrameWaitsForItsEnd) {
     changes.send();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return refreshed.count() == 2; }, test::kPatienceMs));
+    turn();
+    letFramesPass(0.5);
+    changes.send();
+    turn();
+    EXPECT_EQ(moments.size(), 1U);
+    letFramesPass(0.6);
+    EXPECT_EQ(moments.size(), 2U);
+    letFramesPass(1.1);
+    changes.send();
+    turn();
+    EXPECT_EQ(moments.size(), 3U) << "at once after a frame of rest";
 }
 
-TEST(StateRefresher, EndsWithItsOwner) {
-    ChangeNotifier changes;
-    int refreshes = 0;
-    {
-        StateRefresher refresher(changes);
-        QObject::connect(&refresher, &StateRefresher::refresh, [&] { ++refreshes; });
-        changes.send();
-    }
+TEST_F(StateRefresherTest, EndsWithItsOwner) {
     changes.send();
-    QTest::qWait(2 * StateRefresher::kFrameMilliseconds);
-    EXPECT_EQ(refreshes, 0);
+    refresher.reset();
+    changes.send();
+    turn();
+    letFramesPass(2);
+    EXPECT_TRUE(moments.empty());
+    EXPECT_EQ(loop.timerCount(), 0U);
 }
 
 }  // namespace

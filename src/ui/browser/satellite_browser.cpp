@@ -90,7 +90,7 @@ QVBoxLayout* makeColumn(QWidget* panel) {
 SatelliteBrowser::SatelliteBrowser(std::shared_ptr<AppState> state, QWidget* parent)
     : QWidget(parent, Qt::Window),
       state_(std::move(state)),
-      refresher_(new StateRefresher(state_->objectWillChange, this)),
+      refresher_(new StateRefresher(state_->objectWillChange, state_->loop(), this)),
       model_(new BrowserModel(state_, this)),
       trackedModel_(new TrackedModel(this)) {
     setObjectName("satelliteBrowser");

@@ -149,7 +149,7 @@ QWidget* TLEImportSheet::makeButtonRow() {
     progress_->setObjectName("importProgress");
     auto* progressRow = new QHBoxLayout(progress_);
     progressRow->setContentsMargins(0, 0, 0, 0);
-    progressRow->addWidget(new Spinner(14));
+    progressRow->addWidget(new Spinner(state_->loop(), 14));
     progressRow->addWidget(
         new ValueLabel({11, QFont::Normal, Ink::secondary, 1, false}, tr("Importing…")));
     progress_->hide();

@@ -11,14 +11,19 @@ namespace veloran {
 
 namespace {
 
-constexpr int kSoonMs = 1000;      // after a change; ticks are many
-constexpr int kSeldomMs = 10'000;  // passes rise and set without a change
+constexpr double kSoonSeconds = 1;     // after a change; ticks are many
+constexpr double kSeldomSeconds = 10;  // passes rise and set without a change
 
 }  // namespace
 
 ProgramLife::ProgramLife(std::shared_ptr<AppState> state, MainWindow& window, SleepInhibitor& sleep,
                          Notices& notices)
-    : state_(std::move(state)), window_(window), sleep_(sleep), notices_(notices) {
+    : state_(std::move(state)),
+      window_(window),
+      sleep_(sleep),
+      notices_(notices),
+      soon_(state_->loop(), kSoonSeconds, LoopTimer::Kind::single),
+      seldom_(state_->loop(), kSeldomSeconds, LoopTimer::Kind::single) {
     QApplication::setQuitOnLastWindowClosed(false);
     connect(&window_, &MainWindow::quitRequested, this, &ProgramLife::quit);
     // Later: a desktop that ends its session closes the windows first, and is not to be told that
@@ -28,12 +33,10 @@ ProgramLife::ProgramLife(std::shared_ptr<AppState> state, MainWindow& window, Sl
     connect(&tray_, &TraySymbol::showRequested, this, &ProgramLife::showWindow);
     connect(&tray_, &TraySymbol::stopRequested, this, &ProgramLife::stopSession);
     connect(&tray_, &TraySymbol::quitRequested, this, &ProgramLife::quit);
-    lookTimer_.setSingleShot(true);
-    connect(&lookTimer_, &QTimer::timeout, this, &ProgramLife::look);
+    connect(&soon_, &LoopTimer::timeout, this, &ProgramLife::look);
+    connect(&seldom_, &LoopTimer::timeout, this, &ProgramLife::look);
     subscription_ = state_->objectWillChange.subscribe([this] {
-        if (!lookTimer_.isActive() || lookTimer_.remainingTime() > kSoonMs) {
-            lookTimer_.start(kSoonMs);
-        }
+        if (!soon_.isActive()) soon_.start();
     });
     look();
 }
@@ -45,7 +48,7 @@ void ProgramLife::look() {
         tray_.tell(duty);
         endWhenIdle(duty);
     }
-    if (duty.isAny() || isInBackground_) lookTimer_.start(kSeldomMs);
+    if (duty.isAny() || isInBackground_) seldom_.start();
 }
 
 void ProgramLife::decideAfterClose() {

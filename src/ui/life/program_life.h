@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QObject>
-#include <QTimer>
 #include <memory>
 #include <optional>
 
@@ -10,6 +9,7 @@
 #include "platform/sleep_inhibitor.h"
 #include "ui/life/quit_question.h"
 #include "ui/life/tray_symbol.h"
+#include "ui/loop_timer.h"
 
 namespace veloran {
 
@@ -52,7 +52,8 @@ class ProgramLife : public QObject {
     Notices& notices_;
     TraySymbol tray_;
     QuitQuestion question_;
-    QTimer lookTimer_;
+    LoopTimer soon_;    // after a change
+    LoopTimer seldom_;  // while there is something to do, or nobody to look
     ChangeNotifier::Subscription subscription_;
     bool isInBackground_ = false;
     std::optional<Instant> idleSince_;  // in the background

@@ -4,7 +4,6 @@
 #include <QLabel>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
@@ -31,12 +30,13 @@ constexpr int kFormMargin = 16;
 constexpr QSize kSize{520, 760};
 
 /// Scrolls to what has just been opened, its heading before all, once it is laid out.
-void revealLater(QScrollArea& scroll, const Disclosure& disclosure) {
-    QTimer::singleShot(0, &disclosure, [&scroll, &disclosure] {
+void revealLater(QScrollArea& scroll, Disclosure& disclosure) {
+    const auto reveal = [&scroll, &disclosure] {
         const int top = disclosure.mapTo(scroll.widget(), QPoint()).y();
         scroll.ensureVisible(0, top + disclosure.height(), 0, kPadding);
         scroll.ensureVisible(0, top, 0, kPadding);
-    });
+    };
+    QMetaObject::invokeMethod(&disclosure, reveal, Qt::QueuedConnection);
 }
 
 }  // namespace
@@ -112,7 +112,7 @@ QScrollArea* SettingsView::makeForm() {
     scroll->setWidget(form);
     scroll->setMinimumWidth(form->minimumSizeHint().width() +
                             scroll->verticalScrollBar()->sizeHint().width());
-    for (const Disclosure* disclosure : form->findChildren<Disclosure*>()) {
+    for (Disclosure* disclosure : form->findChildren<Disclosure*>()) {
         connect(disclosure, &Disclosure::opened, scroll,
                 [scroll, disclosure] { revealLater(*scroll, *disclosure); });
     }

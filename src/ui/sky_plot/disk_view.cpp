@@ -13,7 +13,7 @@
 namespace veloran {
 
 DiskView::DiskView(std::shared_ptr<AppState> state, QWidget* parent)
-    : QWidget(parent), state_(std::move(state)), frames_(this) {
+    : QWidget(parent), state_(std::move(state)), frames_(state_->loop(), this) {
     setObjectName("skyDisk");
     setAccessibleName(tr("Sky plot"));
     connect(&frames_, &FrameTimer::frame, this, &DiskView::showFrame);

@@ -14,9 +14,8 @@ int frameMilliseconds(double refreshRate) {
     return static_cast<int>(1000 / std::clamp(isTold ? refreshRate : kUsualRate, 30.0, 120.0));
 }
 
-FrameTimer::FrameTimer(QWidget* widget) : QObject(widget), widget_(widget) {
-    timer_.setTimerType(Qt::PreciseTimer);
-    connect(&timer_, &QTimer::timeout, this, &FrameTimer::frame);
+FrameTimer::FrameTimer(MainLoop& loop, QWidget* widget)
+    : QObject(widget), loop_(loop), widget_(widget) {
     widget_->installEventFilter(this);
 }
 
@@ -53,11 +52,13 @@ void FrameTimer::followWindow() {
 
 void FrameTimer::startOrStop() {
     if (!canBeSeen()) {
-        timer_.stop();
+        timer_.reset();
         return;
     }
     const int interval = frameMilliseconds(widget_->screen()->refreshRate());
-    if (!timer_.isActive() || timer_.interval() != interval) timer_.start(interval);
+    if (timer_ && interval_ == interval) return;
+    interval_ = interval;
+    timer_ = loop_.every(interval / 1000.0, [this] { emit frame(); });
 }
 
 bool FrameTimer::canBeSeen() const {

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QPointer>
-#include <QTimer>
 #include <QWindow>
+#include <memory>
+
+#include "platform/main_loop.h"
 
 class QWidget;
 
@@ -17,10 +19,11 @@ int frameMilliseconds(double refreshRate);
 class FrameTimer : public QObject {
     Q_OBJECT
   public:
-    explicit FrameTimer(QWidget* widget);
+    FrameTimer(MainLoop& loop, QWidget* widget);
 
-    bool isRunning() const { return timer_.isActive(); }
-    int interval() const { return timer_.interval(); }
+    bool isRunning() const { return timer_ != nullptr; }
+    /// Milliseconds.
+    int interval() const { return interval_; }
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -32,10 +35,12 @@ class FrameTimer : public QObject {
     void startOrStop();
     bool canBeSeen() const;
 
+    MainLoop& loop_;
     QWidget* widget_;
     QPointer<QWidget> topLevel_;
     QPointer<QWindow> window_;
-    QTimer timer_;
+    std::unique_ptr<Timer> timer_;
+    int interval_ = 0;
 };
 
 }  // namespace veloran

@@ -6,8 +6,17 @@
 
 namespace veloran {
 
-Spinner::Spinner(int diameter, QWidget* parent) : QWidget(parent) {
+namespace {
+
+constexpr double kStepSeconds = 0.08;
+constexpr int kSteps = 12;  // of a turn
+
+}  // namespace
+
+Spinner::Spinner(MainLoop& loop, int diameter, QWidget* parent)
+    : QWidget(parent), timer_(loop, kStepSeconds) {
     setFixedSize(diameter, diameter);
+    connect(&timer_, &LoopTimer::timeout, this, &Spinner::turn);
 }
 
 void Spinner::paintEvent(QPaintEvent*) {
@@ -15,20 +24,20 @@ void Spinner::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(Theme::color(Ink::secondary), 1.5, Qt::SolidLine, Qt::RoundCap));
-    painter.drawArc(QRectF(rect()).adjusted(1, 1, -1, -1), -step_ * 30 * kSixteenths,
+    painter.drawArc(QRectF(rect()).adjusted(1, 1, -1, -1), -step_ * 360 / kSteps * kSixteenths,
                     270 * kSixteenths);
 }
 
 void Spinner::showEvent(QShowEvent*) {
-    timer_ = startTimer(80);
+    timer_.start();
 }
 
 void Spinner::hideEvent(QHideEvent*) {
-    killTimer(timer_);
+    timer_.stop();
 }
 
-void Spinner::timerEvent(QTimerEvent*) {
-    step_ = (step_ + 1) % 12;
+void Spinner::turn() {
+    step_ = (step_ + 1) % kSteps;
     update();
 }
 

@@ -2,22 +2,25 @@
 
 #include <QWidget>
 
+#include "ui/loop_timer.h"
+
 namespace veloran {
 
 /// Turns while something is loading.
 class Spinner : public QWidget {
     Q_OBJECT
   public:
-    explicit Spinner(int diameter, QWidget* parent = nullptr);
+    Spinner(MainLoop& loop, int diameter, QWidget* parent = nullptr);
 
   protected:
     void paintEvent(QPaintEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
-    void timerEvent(QTimerEvent* event) override;
 
   private:
-    int timer_ = 0;
+    void turn();
+
+    LoopTimer timer_;
     int step_ = 0;
 };
 

@@ -7,6 +7,7 @@
 #include <QWidget>
 #include <limits>
 
+#include "support/simulated_machine.h"
 #include "ui/patience.h"
 
 namespace veloran {
@@ -35,16 +36,18 @@ class FrameTimerTest : public ::testing::Test {
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&window, test::kPatienceMs));
     }
 
+    test::SimulatedLoop loop{Instant{0}};
     QWidget window;
     QWidget* widget = new QWidget(&window);
-    FrameTimer* timer = new FrameTimer(widget);
+    FrameTimer* timer = new FrameTimer(loop, widget);
 };
 
 TEST_F(FrameTimerTest, FiresWhileTheWidgetIsSeen) {
     EXPECT_TRUE(timer->isRunning());
     EXPECT_EQ(timer->interval(), frameMilliseconds(widget->screen()->refreshRate()));
     QSignalSpy frames(timer, &FrameTimer::frame);
-    EXPECT_TRUE(frames.wait(test::kPatienceMs));
+    loop.advance((10 * timer->interval() + 1) / 1000.0);
+    EXPECT_EQ(frames.count(), 10);
 }
 
 TEST_F(FrameTimerTest, StandsWhileTheWidgetIsHidden) {
