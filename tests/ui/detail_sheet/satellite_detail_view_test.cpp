@@ -207,6 +207,27 @@ TEST_F(SatelliteDetailViewTest, SatelliteThatALoadHasReplacedIsShownAnew) {
     EXPECT_EQ(textOf(*sheet, "detailName"), "AO-7") << "what is gone is still told";
 }
 
+TEST_F(SatelliteDetailViewTest, ReloadLeavesTheReaderWhereTheyWere) {
+    const std::vector<Transmitter> many(40, channel("down", 435e6));
+    open(addSatellite("BUSY", 1, passes(3), many));
+    const auto scrolled = [this] {
+        return child<QScrollArea>(*sheet, "detailSections").verticalScrollBar();
+    };
+    ASSERT_GT(scrolled()->maximum(), 300);
+    scrolled()->setValue(300);
+    auto after = std::make_shared<Satellite>("BUSY", 1, many);
+    after->passes = std::make_shared<const PassList>(passes(3));
+    state->satellites = std::vector<SatellitePtr>{after};
+    sheet->refresh();
+    QTest::qWait(0);
+    EXPECT_EQ(scrolled()->value(), 300);
+    after = std::make_shared<Satellite>("BUSY", 1);
+    state->satellites = std::vector<SatellitePtr>{after};
+    sheet->refresh();
+    QTest::qWait(0);
+    EXPECT_EQ(scrolled()->value(), scrolled()->maximum()) << "as far as there is something";
+}
+
 TEST_F(SatelliteDetailViewTest, EndlessTextsLeaveTheSheetItsWidth) {
     auto satellite = addSatellite(std::string(5000, 'N'), 1, {},
                                   {channel("down", 435e6, std::string(5000, 'M'))});
