@@ -355,6 +355,28 @@ TEST_F(OldCaches, AreNotShownOverACatalogueOnTheScreen) {
     EXPECT_EQ(world.app->satellites.get(), before);
 }
 
+TEST_F(OldCaches, AreNotShownWhenTheWholeWasQuicker) {
+    auto whileCachesAreRead = world.app->objectWillChange.subscribe([this] {
+        if (world.app->downloads->awaited.size() == 1) world.machine.workers.held = true;
+    });
+    world.load();
+    whileCachesAreRead = {};
+    const auto merging = world.machine.workers.takeHeld();
+    ASSERT_EQ(merging.size(), 1u);
+    merging.front()();
+    world.machine.loop.runPosted();
+    const auto late = world.machine.workers.takeHeld();
+    ASSERT_EQ(late.size(), 1u) << "the bodies of the caches are being made";
+    ASSERT_TRUE(world.app->satellites->empty());
+    world.machine.workers.held = false;
+    world.machine.loop.advance(200);
+    const std::vector<std::string> whole{"ISS (ZARYA)", "Moon", "RS-44 NEW", "Sun"};
+    ASSERT_EQ(names(), whole);
+    late.front()();
+    world.machine.loop.runPosted();
+    EXPECT_EQ(names(), whole);
+}
+
 TEST_F(OldCaches, ShowTheChannelsThatAreKeptWithoutARequest) {
     world.machine.files.files["/home/test/.veloran/satnogs/44909.json"] =
         encodeTransmitters({channel(435.64e6)});

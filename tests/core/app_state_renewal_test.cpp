@@ -202,6 +202,28 @@ TEST_F(Renewed, PassForAnotherPlaceIsTheOneFoundThere) {
     expectSessionEndsAt(plainSet(*body(), app(), pass.peakTime));
 }
 
+TEST_F(Renewed, SessionEndsThoughItsPassForAnotherPlaceIsFoundAfterTheSet) {
+    queuePass();
+    runUntil(pass.riseTime + 100);
+    Instant set = pass.setTime;
+    while (pass.setTime - set < kQueueGraceSeconds + 20) {
+        app().obsLatitude = app().obsLatitude - 0.5;
+        set = plainSet(*body(), app(), now());
+        ASSERT_GT(set - now(), 60) << "it is up there too";
+    }
+    world.machine.workers.held = true;
+    app().computeAllPasses();
+    const auto search = world.machine.workers.takeHeld();
+    ASSERT_EQ(search.size(), 1u);
+    runUntil(pass.setTime - 10);
+    ASSERT_TRUE(app().isTracking);
+    search.front()();  // the machine was busy
+    world.machine.loop.runPosted();
+    ASSERT_NEAR(body()->passes->front().setTime - set, 0, 0.01);
+    runUntil(pass.setTime - 5);
+    EXPECT_FALSE(app().isTracking);
+}
+
 TEST_F(Renewed, EntryThatFindsNoPassIsKeptAndSaysSo) {
     queuePass();
     const auto ids = app().queuedPassIds.get();
@@ -258,6 +280,28 @@ TEST_F(Renewed, LateListOfAnEarlierCatalogueMovesNoEntry) {
     world.machine.workers.release();
     world.machine.loop.runPosted();
     EXPECT_GT(earlier->passRun, 1u);
+    EXPECT_EQ(app().queuedPassIds.get(), ids);
+}
+
+TEST_F(Renewed, LateListForAnEarlierPlaceAndCatalogueMovesNoEntry) {
+    queuePass();
+    const double home = app().obsLatitude;
+    app().obsLatitude = home + 0.5;
+    world.machine.workers.held = true;
+    app().computeAllPasses();
+    const auto search = world.machine.workers.takeHeld();
+    const auto earlier = body();
+    world.machine.workers.held = false;
+    app().obsLatitude = home;
+    reload(kAnomaly);
+    const auto ids = app().queuedPassIds.get();
+    ASSERT_EQ(ids, QueueIds{passQueueId(kBody, pass.riseTime)});
+    search.front()();
+    world.machine.loop.runPosted();
+    const auto& late = *std::ranges::min_element(*earlier->passes, {}, [this](const auto& each) {
+        return std::abs(each.peakTime - pass.peakTime);
+    });
+    ASSERT_NE(passQueueId(kBody, late.riseTime), *ids.begin());
     EXPECT_EQ(app().queuedPassIds.get(), ids);
 }
 
