@@ -71,6 +71,12 @@ TEST(DopplerCalc, PassGoesFromHighToLowWithTheSteepestRateAtThePeak) {
         EXPECT_LT(range.minShift, 0.0);
         EXPECT_GT(range.maxShift, 0.0);
         EXPECT_LT(range.peakRate, 0.0);
+        const auto shiftAt = [&](Instant at) {
+            return DopplerCalc::computeFull(*satrec, at, kFreqHz, 48.0, 11.0, 500.0)
+                ->dopplerShiftHz;
+        };
+        EXPECT_NEAR(range.maxShift, shiftAt(pass.riseTime), 0.01);
+        EXPECT_NEAR(range.minShift, shiftAt(pass.setTime), 0.01);
         for (const Instant at : {pass.riseTime, pass.setTime}) {
             const auto end = DopplerCalc::computeFull(*satrec, at, kFreqHz, 48.0, 11.0, 500.0);
             ASSERT_TRUE(end);

@@ -105,6 +105,21 @@ TEST(SatelliteSky, AnglesThatRoundingMovesChangeNoPass) {
     }
 }
 
+// The Julian date of the propagation knows every fourth year as a leap year: at the end of February
+// 2100 all orbits jump by a day.
+TEST(SatelliteSky, ADayThatTheCalendarLeavesOutChangesNoPass) {
+    const Instant lastOfFebruary{3129192000.0};  // its noon
+    std::size_t passes = 0;
+    for (int i = 0; i < 20; ++i) {
+        TLEData tle = test::lowOrbit();
+        tle.epochYear = 2100;
+        tle.epochDays = 50.5;
+        tle.meanAnomaly = 18.0 * i;
+        passes += expectSamePasses({.satrec = test::satrecOf(tle), .start = lastOfFebruary});
+    }
+    EXPECT_GT(passes, 50U);
+}
+
 TEST(SatelliteSky, AnyHeightOfTheObserverChangesNoPass) {
     const auto satrec = test::satrecOf(test::lowOrbit());
     for (const double metres : {-1e9, -1.1592e7, -6.4e6, -6.3e6, 3e5, 8e5, 1e8, 1e9}) {

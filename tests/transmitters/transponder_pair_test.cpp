@@ -100,6 +100,7 @@ TEST(TransponderPair, TheSuffixHasToStandAtTheEnd) {
     EXPECT_THAT(choices({named("down", "A (DL)\n"), named("up", "A (UL)")}), ElementsAre("0", "1"));
     EXPECT_THAT(choices({named("down", "A (DL)."), named("up", "A (UL).")}), ElementsAre("0", "1"));
     EXPECT_THAT(choices({named("down", "(DL) A"), named("up", "(UL) A")}), ElementsAre("0", "1"));
+    EXPECT_THAT(choices({named("down", "A (FM)"), named("up", "A (CW)")}), ElementsAre("0", "1"));
 }
 
 TEST(TransponderPair, NamesPairAcrossModes) {
