@@ -85,6 +85,18 @@ TEST(FlatProjection, LineOverTheDateLineReachesInFromBothEdges) {
     EXPECT_DOUBLE_EQ(pieces[1][1].x, 760);
 }
 
+TEST(FlatProjection, ShapeLongerThanTheMarginReachesInFromBothEdges) {
+    const auto map = flatAt(0, 0, kFitted, QSizeF(720, 360));  // one world wide
+    const auto lines = map.line({{0, 120}, {0, 170}, {0, -140}});
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[0].back(), (scene::Point{80, 180}));
+    EXPECT_EQ(lines[1].front(), (scene::Point{600, 180}));
+    EXPECT_EQ(lines[1].back(), (scene::Point{800, 180}));
+    const auto far = map.line({{0, 120}, {0, 170}, {0, -130}});
+    ASSERT_EQ(far.size(), 2U);
+    EXPECT_EQ(far[1].back(), (scene::Point{820, 180})) << "its end lies beyond the margin";
+}
+
 TEST(FlatProjection, ShapesThatLieOutOfViewAreLeftOut) {
     const auto map = flatAt(0, 0, 1e7);
     EXPECT_TRUE(map.line({{0, 100}, {10, 110}}).empty());
